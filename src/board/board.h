@@ -1,0 +1,72 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "board/words.h"
+#include "painting/coordinates.h"
+#include "platform/values.h"
+
+namespace morva {
+
+/// The main window as the board: the squares are the only record of the game, and this layer moves what stands on them.
+/// It knows no rule. A square index is 0 to 63; another one throws std::out_of_range, so callers look at what arrives.
+class Board : public CoordinatesForm {
+ public:
+  using CoordinatesForm::CoordinatesForm;
+
+  int i1 = 0, i2 = 0;              ///< from and to of the last move
+  std::string who;                 ///< nick under which the next history line is written; the caller sets it
+  int OldPiece = 0;                ///< what stood on a square before a change: 0 nothing, 1 to 8 black, 11 to 18 white
+  std::string Nick, OpNick;        ///< this player and the other one
+  int sec = 0, min = 0, hour = 0;  ///< the clock
+  bool Init = false;               ///< whether the window has been activated once
+
+  /// Carries what stands on one square to another, over what stood there, adds the history line and turns a pawn into a
+  /// queen or a checker into a king checker on its far row. A move of nothing empties the to square and adds no line.
+  void DoMove(int from, int too);
+
+  /// The history line of the move that DoMove has just made; none where nothing moved.
+  void AddToHist();
+  /// The history line of a change of the square, after it; OldPiece tells what stood there.
+  void ChangeToHist(int Index);
+  /// The history line of a trash; OldPiece tells what stood on the square, which can be empty by now.
+  void TrashToHist(int Index);
+  /// Sets OldPiece to what stands on the square.
+  void SetOldPiece(int Index);
+
+  /// "pawn", of what stands on the square; empty for nothing.
+  std::string PieceName(int Index) const;
+  /// "white pawn"; of an empty square the colour word alone.
+  std::string PieceColorName(int Index) const;
+  /// "black queen", of OldPiece; "nothing" for 0.
+  std::string OldPieceColorName() const;
+
+  /// Paints the chess start position and leaves the other squares as they are.
+  void PaintChess();
+  /// Empties the board and puts up the pieces. The colours left on empty squares stay.
+  void SetUpChess();
+  void SetUpCheckers();
+  /// Places four checkers, on every second square from i on. flag is 0 for black, 1 for white.
+  void check4(int i, int flag);
+  /// Empties every square and makes its colour black.
+  void ClearBoard();
+  void ResetClock();
+
+  /// The whole board in 64 letters, one a square in index order, "d" to "w". A square with a code that has no letter
+  /// is written as nothing.
+  std::string BoardLine() const;
+  /// Puts on square i what the letter stands for. A byte that stands for nothing known leaves a code without a piece
+  /// in the Tag, and the picture as it was.
+  void ReadLetter(int i, unsigned char letter);
+
+  /// Adds a line to the history and stores data with it; the window above says where.
+  virtual void AddHistoryLine(const std::string& text, std::int32_t data) = 0;
+
+ private:
+  void Convert(int too, int code);
+  void ResetSquares();
+  std::string WhoDigit(int Index) const;
+};
+
+}  // namespace morva

@@ -1,0 +1,22 @@
+#include "board/board.h"
+
+namespace morva {
+
+std::string Board::BoardLine() const {
+  std::string line;
+  for (int i = 0; i < 64; ++i) {
+    int code = Val(squ(i).Tag);
+    // A bad letter can leave any byte's worth here; written on, it could be a control character.
+    if (code < 0 || code > 9) code = 0;
+    line += static_cast<char>((squ(i).ForeColor == kBlack ? 100 : 110) + code);
+  }
+  return line;
+}
+
+void Board::ReadLetter(int i, unsigned char letter) {
+  const int n = letter - 100;
+  squ(i).Tag = std::to_string(n > 9 ? n - 10 : n);
+  drawmove(i, n > 9 ? kWhite : kBlack);
+}
+
+}  // namespace morva

@@ -1,0 +1,32 @@
+#pragma once
+
+#include "platform/controls.h"
+#include "platform/window.h"
+
+namespace morva {
+
+/// The About box. While it is open, the main window and the tool window take no input. Its portrait is a button that
+/// opens the author window.
+class FrmAboutChess : public Form {
+ public:
+  FrmAboutChess();
+
+  PictureBox photo, Image1;
+  Panel picTop, picLeft;
+  CommandButton cmdOK;
+  ControlArray<Label, 3> title;
+  Label legal, Label1;
+  Rule Line1, Line2, Line3, Line4;
+
+  void Form_Load() override;
+  void Form_Activate() override;
+  void Form_Unload() override;
+
+ private:
+  void cmdOK_Click();
+  void photo_Click();
+};
+
+inline Window<FrmAboutChess> frmAboutChess;
+
+}  // namespace morva

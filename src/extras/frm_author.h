@@ -1,0 +1,29 @@
+#pragma once
+
+#include "platform/controls.h"
+#include "platform/window.h"
+
+namespace morva {
+
+/// A window without a frame that lies over the About box, its portrait exactly over the portrait there. A click on the
+/// portrait closes it.
+class FrmAuthor : public Form {
+ public:
+  FrmAuthor();
+
+  PictureBox photo;
+  Label lblPhoto;
+  Panel picGrad, picSmalGrad;
+  Label lblTheAuthor, lblAuthorOf, lblInfo;
+  Rule ln;
+
+  void Form_Load() override;
+  void Form_Activate() override;
+
+ private:
+  void photo_Click();
+};
+
+inline Window<FrmAuthor> frmAuthor;
+
+}  // namespace morva

@@ -1,0 +1,16 @@
+#include "files/files.h"
+#include "platform/application.h"
+#include "platform/files.h"
+
+namespace morva {
+
+void mnuSaveChat_Click(FrmChess& window) {
+  CommonDialog& dialog = window.cd;
+  dialog.InitDir = App::Path();
+  dialog.Filter = "Text (*.txt)|*.txt";
+  dialog.Flags = kOverwritePrompt | kHideReadOnly | kLongNames;
+  if (!dialog.ShowSave()) return;
+  WriteFile(dialog.FileName, window.txtOut.Text() + "\r\n");
+}
+
+}  // namespace morva

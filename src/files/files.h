@@ -1,0 +1,25 @@
+#pragma once
+
+#include "table/frm_chess.h"
+
+namespace morva {
+
+/// Gives the menu items of the main window that have to do with files their handlers, which are the routines below.
+/// None of them reports a failure: where a file can't be read or written, nothing more happens.
+void ConnectFileMenus(FrmChess& window);
+
+/// Asks for a name and writes the board there, as it is once the name is given: a file of one line of 64 letters.
+void mnuSaveGame_Click(FrmChess& window);
+
+/// Asks for a game file and puts its first line on the board here and, by a message, on the other side's. Where the
+/// line is too short, the squares before its end change, and nothing is sent.
+void mnuOpenGame_Click(FrmChess& window);
+
+/// Asks for a name and writes the chat log there, UTF-8.
+void mnuSaveChat_Click(FrmChess& window);
+
+/// Shows the instructions. While they are open, the main window and the tool window take no input. Nothing happens
+/// where the current folder has no instructions file.
+void mnuInstructions_Click(FrmChess& window);
+
+}  // namespace morva

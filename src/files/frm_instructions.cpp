@@ -1,0 +1,79 @@
+#include "files/frm_instructions.h"
+
+#include <algorithm>
+#include <string>
+#include <string_view>
+
+#include "files/files.h"
+#include "net/text.h"
+#include "platform/files.h"
+#include "table/frm_tool_window.h"
+
+namespace morva {
+
+namespace {
+
+constexpr char kFileName[] = "morva.txt";
+constexpr std::size_t kMostBytes = std::size_t{16} << 20;
+constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
+
+// Of all control characters only the tab belongs into a line.
+void AppendLine(std::string& text, std::string_view line) {
+  if (line.ends_with('\r')) line.remove_suffix(1);
+  for (std::size_t tab = line.find('\t'); tab != std::string_view::npos; tab = line.find('\t')) {
+    text += TextOf(line.substr(0, tab)) + '\t';
+    line.remove_prefix(tab + 1);
+  }
+  text += TextOf(line) + "\r\n";
+}
+
+std::string TextOfFile(std::string_view bytes) {
+  if (bytes.starts_with(kByteOrderMark)) bytes.remove_prefix(kByteOrderMark.size());
+  std::string text;
+  while (!bytes.empty()) {
+    const std::string_view line = bytes.substr(0, bytes.find('\n'));
+    AppendLine(text, line);
+    bytes.remove_prefix(std::min(line.size() + 1, bytes.size()));
+  }
+  return text;
+}
+
+}  // namespace
+
+FrmInstructions::FrmInstructions()
+    : Form({.caption = "Instructions",
+            .frame = FormStyle::Frame::kSizable,
+            .scale_width = 7095,
+            .scale_height = 6255,
+            .maximise_box = true,
+            .on_task_bar = true,
+            .icon = true}) {
+  Place({
+      {"textbox", textbox, 0, 0, 7095, 6255},
+  });
+}
+
+void FrmInstructions::Form_Load() {
+  textbox.Text = TextOfFile(ReadFile(kFileName, kMostBytes).value_or(""));
+}
+
+void FrmInstructions::Form_Resize() {
+  textbox.Width = ScaleWidth();
+  textbox.Height = ScaleHeight();
+}
+
+void FrmInstructions::Form_Unload() {
+  frmChess->Enabled = true;
+  frmToolWindow->Enabled = true;
+  frmToolWindow->frmext.ontop = frmToolWindow->mnuAlways.Checked();
+}
+
+void mnuInstructions_Click(FrmChess& window) {
+  if (!FileExists(kFileName)) return;
+  window.Enabled = false;
+  frmToolWindow->Enabled = false;
+  frmToolWindow->frmext.ontop = false;
+  frmInstructions->Show();
+}
+
+}  // namespace morva

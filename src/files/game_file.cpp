@@ -1,0 +1,56 @@
+#include <string_view>
+
+#include "files/files.h"
+#include "net/frm_control.h"
+#include "net/message_reader.h"
+#include "net/wire.h"
+#include "platform/files.h"
+
+namespace morva {
+
+namespace {
+
+constexpr char kFilter[] = "Morva Game (*.mrv)|*.mrv";
+constexpr std::size_t kSquares = 64;
+
+std::string BoardMessage(std::string_view line) {
+  return std::to_string(kBoard) + kBoardMark + std::string(line);
+}
+
+std::string_view FirstLine(std::string_view text) {
+  const std::size_t end = text.find('\n');
+  std::string_view line = text.substr(0, end);
+  if (end != std::string_view::npos && line.ends_with('\r')) line.remove_suffix(1);
+  return line;
+}
+
+}  // namespace
+
+void mnuSaveGame_Click(FrmChess& window) {
+  CommonDialog& dialog = window.OpenSave;
+  dialog.DialogTitle = "Save Game as";
+  dialog.Filter = kFilter;
+  dialog.Flags = kOverwritePrompt | kHideReadOnly | kLongNames;
+  if (!dialog.ShowSave()) return;
+  // The other side may have moved while the dialog was open.
+  WriteFile(dialog.FileName, window.BoardLine() + "\r\n");
+}
+
+void mnuOpenGame_Click(FrmChess& window) {
+  CommonDialog& dialog = window.OpenSave;
+  dialog.DialogTitle = "Open Game";
+  dialog.Filter = kFilter;
+  dialog.Flags = kHideReadOnly | kLongNames;
+  if (!dialog.ShowOpen()) return;
+  // The other side drops a message that is longer.
+  const auto file = ReadFile(dialog.FileName, MessageReader::kMaxMessage - BoardMessage("").size());
+  if (!file) return;
+  const std::string_view line = FirstLine(*file);
+  for (std::size_t i = 0; i < kSquares; ++i) {
+    if (i == line.size()) return;
+    window.ReadLetter(static_cast<int>(i), static_cast<unsigned char>(line[i]));
+  }
+  frmControl->tcp.SendData(BoardMessage(line));
+}
+
+}  // namespace morva

@@ -1,0 +1,140 @@
+#include <array>
+#include <optional>
+
+#include "net/game_window.h"
+#include "net/text.h"
+#include "net/wire.h"
+#include "platform/dialogs.h"
+
+namespace morva {
+
+namespace {
+
+struct CannedWord {
+  const char* word;
+  int sound;
+  const char* text;
+  bool names_sender;
+};
+
+constexpr std::array<CannedWord, 5> kCannedWords{{
+    {"yours", 107, "Wake up!", false},
+    {"check", 104, "Check!", false},
+    {"cmate", 105, "Checkmate!", false},
+    {"smate", 105, "Stalemate!", false},
+    {"iwin", 106, " wins!", true},
+}};
+
+constexpr std::size_t kSquares = 64;
+
+// The square that a text names by the number it starts with; none where there is no number, or none of a square.
+std::optional<int> SquareIn(const std::string& text) {
+  const std::optional<int> index = LeadingNumber(text);
+  return index && *index >= 0 && *index < static_cast<int>(kSquares) ? index : std::nullopt;
+}
+
+}  // namespace
+
+void GameWindow::Receive(const std::string& Data, int dtype) {
+  switch (dtype) {
+    case kWords:
+      return ReceiveWord(Data);
+    case kBoard:
+      return ReceiveBoardAction(Data);
+    case kNick:
+      return ReceiveNick(Data);
+    case kTrash:
+      return ReceiveTrash(Data);
+    case kChange:
+      return ReceiveChange(Data);
+    default:
+      return;
+  }
+}
+
+void GameWindow::ReceiveWord(const std::string& Data) {
+  for (const CannedWord& canned : kCannedWords) {
+    if (Data != canned.word) continue;
+    PlayResourceSound(canned.sound);
+    if (AcceptsMessages()) ShowMessage(canned.names_sender ? OpNick + canned.text : canned.text);
+    return;
+  }
+  PlayResourceSound(108);
+  out("<" + OpNick + ">  " + TextOf(Data));
+}
+
+// A box stays until the user answers it, and messages go on arriving: the same text is not put over itself.
+void GameWindow::ShowMessage(const std::string& text) {
+  if (!shown_messages_.insert(text).second) return;
+  MsgBox(text, "Message");
+  shown_messages_.erase(text);
+}
+
+void GameWindow::ReceiveBoardAction(const std::string& Data) {
+  if (Data.starts_with(kBoardMark)) {
+    ReceiveBoard(Data.substr(2));
+  } else if (Data == "newc") {
+    PlayResourceSound(103);
+    ClearHistory();
+    SetUpCheckers();
+    ResetClock();
+  } else if (Data == "clear") {
+    PlayResourceSound(103);
+    ClearBoard();
+  } else if (Data == "new") {
+    PlayResourceSound(103);
+    ClearHistory();
+    SetUpChess();
+    ResetClock();
+  } else {
+    ReceiveMove(Data);
+  }
+}
+
+void GameWindow::ReceiveBoard(const std::string& letters) {
+  if (letters.size() < kSquares) return;
+  for (int i = 0; i < static_cast<int>(kSquares); ++i) {
+    ReadLetter(i, static_cast<unsigned char>(letters[static_cast<std::size_t>(i)]));
+  }
+  PlayResourceSound(103);
+}
+
+void GameWindow::ReceiveMove(const std::string& Data) {
+  if (Data.size() < 4) return;
+  const auto from = SquareIn(Data.substr(0, 2));
+  const auto too = SquareIn(Data.substr(Data.size() - 2));
+  if (!from || !too) return;
+  PlayResourceSound(101);
+  who = OpNick;
+  DoMove(*from, *too);
+  highlight("me");
+}
+
+void GameWindow::ReceiveNick(const std::string& Data) {
+  OpNick = TextOf(Data);
+  ShowNicks();
+}
+
+void GameWindow::ReceiveTrash(const std::string& Data) {
+  const auto index = SquareIn(Data);
+  if (!index) return;
+  SetOldPiece(*index);
+  squ(*index).Tag = "0";
+  squ(*index).Cls();
+  who = OpNick;
+  TrashToHist(*index);
+}
+
+void GameWindow::ReceiveChange(const std::string& Data) {
+  if (Data.size() < 4) return;
+  const auto index = SquareIn(Data.substr(0, 2));
+  const std::optional<int> color = LeadingNumber(Data.substr(3));
+  if (!index || !color || (*color != static_cast<int>(kBlack) && *color != static_cast<int>(kWhite))) return;
+  SetOldPiece(*index);
+  squ(*index).Tag = std::to_string(Val(Data.substr(2, 1)));
+  drawmove(*index, static_cast<Color>(*color));
+  who = OpNick;
+  ChangeToHist(*index);
+}
+
+}  // namespace morva

@@ -1,0 +1,104 @@
+#include "net/frm_control.h"
+
+#include "net/frm_welcome.h"
+#include "net/game_window.h"
+#include "net/text.h"
+#include "net/wire.h"
+#include "platform/application.h"
+#include "platform/dialogs.h"
+
+namespace morva {
+
+void Transmit(const std::string& text, int dtype) {
+  frmControl->tcp.SendData(std::to_string(dtype) + BytesOf(text));
+}
+
+FrmControl::FrmControl() : Form({.scale_width = 4590, .scale_height = 960, .icon = true}) {
+  Place({
+      {"cmdCancel", cmdCancel, 3390, 510, 1080, 345, "Cancel"},
+      {"PicIcon", PicIcon, 120, 120, 480, 480},
+      {"lblStat", lblStat, 750, 135, 3795, 690},
+  });
+  CancelButton(cmdCancel);
+
+  tcp.ConnectionRequest = [this](int requestID) { tcp_ConnectionRequest(requestID); };
+  tcp.Connected = [this] { tcp_Connect(); };
+  tcp.DataArrival = [this] { tcp_DataArrival(); };
+  tcp.Message = [this](const std::string& message) { tcp_Message(message); };
+  tcp.Closed = [this] { tcp_Close(); };
+  cmdCancel.Click = [this] { cmdCancel_Click(); };
+}
+
+void FrmControl::Form_Load() {
+  PicIcon.Picture = "icon-32";
+  Host = frmWelcome->txtHost.Text();
+  Nick = Printable(frmWelcome->txtNick.Text());
+  Mode = frmWelcome->rdoGuest.Value() ? "client" : "server";
+  Unload(frmWelcome);
+  if (Mode == "client") {
+    GoClient();
+  } else {
+    GoServer();
+  }
+}
+
+void FrmControl::GoServer() {
+  Caption = "Hosting game";
+  lblStat.Caption = "Waiting for guest to connect to " + tcp.LocalIP() + " . . .";
+  tcp.LocalPort = kPort;
+  if (tcp.Listen()) return;
+  MsgBox("Morva can't wait for a guest: port " + std::to_string(kPort) +
+             " is taken by another program on this computer, perhaps by a second Morva. Close it and start again.",
+         "Morva", MsgBoxButtons::kOk, MsgBoxIcon::kCritical);
+  End();
+}
+
+void FrmControl::GoClient() {
+  Caption = "Connecting";
+  lblStat.Caption = "Connecting to host computer . . .";
+  tcp.RemotePort = kPort;
+  tcp.RemoteHost = Host;
+  tcp.Connect();
+}
+
+void FrmControl::tcp_ConnectionRequest(int requestID) {
+  tcp.Close();
+  tcp.Accept(requestID);
+}
+
+void FrmControl::tcp_Connect() {
+  game_window().Show();
+  Transmit(Nick, kNick);
+  Withdraw();
+  game_window().Nick = Nick;
+}
+
+void FrmControl::tcp_DataArrival() {
+  if (!Enabled()) return;
+  game_window().Show();
+  Transmit(Nick, kNick);
+  game_window().Nick = Nick;
+  Withdraw();
+}
+
+void FrmControl::tcp_Message(const std::string& message) {
+  if (message == "me") {
+    game_window().highlight("you");
+  } else if (message == "you") {
+    game_window().highlight("me");
+  } else {
+    game_window().Receive(message.substr(1), Val(message.substr(0, 1)));
+  }
+}
+
+void FrmControl::tcp_Close() { game_window().Disconnect(); }
+
+void FrmControl::cmdCancel_Click() { End(); }
+
+// Out of sight, but loaded: the connection lives here. Enabled also tells whether the first exchange is done.
+void FrmControl::Withdraw() {
+  Enabled = false;
+  Top = -10000;
+}
+
+}  // namespace morva

@@ -1,0 +1,20 @@
+#include "net/frm_splash.h"
+
+#include "net/frm_welcome.h"
+#include "platform/application.h"
+
+namespace morva {
+
+FrmSplash::FrmSplash()
+    : Form({.frame = FormStyle::Frame::kNone, .scale_width = 4500, .scale_height = 3000, .close_box = false}) {
+  SetPicture("splash");
+  tmrTrigger.Tick = [this] { tmrTrigger_Timer(); };
+}
+
+void FrmSplash::Form_Load() { App::SetTitle("Morva Build #" + std::to_string(App::Revision)); }
+
+void FrmSplash::Form_Click() { frmWelcome->Show(); }
+
+void FrmSplash::tmrTrigger_Timer() { frmWelcome->Show(); }
+
+}  // namespace morva

@@ -1,0 +1,22 @@
+#pragma once
+
+#include "platform/timer.h"
+#include "platform/window.h"
+
+namespace morva {
+
+/// The start-up picture: it stays for five seconds or until a click.
+class FrmSplash : public Form {
+ public:
+  FrmSplash();
+  void Form_Load() override;
+  void Form_Click() override;
+
+ private:
+  void tmrTrigger_Timer();
+  Timer tmrTrigger{5000};
+};
+
+inline Window<FrmSplash> frmSplash;
+
+}  // namespace morva

@@ -1,0 +1,49 @@
+#pragma once
+
+#include <functional>
+#include <set>
+#include <string>
+
+#include "board/board.h"
+#include "platform/menu.h"
+
+namespace morva {
+
+/// The main window as one end of the connection: the other side's actions enter the game here. What it needs of the
+/// table it declares, and the window above supplies it.
+class GameWindow : public Board {
+ public:
+  using Board::Board;
+
+  /// Repeats one of the other side's actions: the payload of a typed message, as bytes. What names no square of the
+  /// board, and what is too short for its type, has no effect.
+  void Receive(const std::string& Data, int dtype);
+
+  /// The other side has left: offers to save the game, then ends the program. Never returns.
+  void Disconnect();
+
+  virtual void out(const std::string& s) = 0;                ///< a line of chat
+  virtual void highlight(const std::string& who) = 0;        ///< shows the turn: "me" or "you"
+  virtual void ShowNicks() = 0;                              ///< Nick and OpNick are known
+  virtual void ClearHistory() = 0;
+  virtual void PlayResourceSound(int id) = 0;
+  virtual void SaveGame() = 0;                               ///< asks for a name and saves, or doesn't
+  virtual bool AcceptsMessages() const = 0;
+
+ private:
+  void ReceiveWord(const std::string& Data);
+  void ReceiveBoardAction(const std::string& Data);
+  void ReceiveBoard(const std::string& letters);
+  void ReceiveMove(const std::string& Data);
+  void ReceiveNick(const std::string& Data);
+  void ReceiveTrash(const std::string& Data);
+  void ReceiveChange(const std::string& Data);
+  void ShowMessage(const std::string& text);
+
+  std::set<std::string> shown_messages_;  ///< boxes that are open
+};
+
+/// The table's main window; the room that has it fills this in.
+inline std::function<GameWindow&()> game_window;
+
+}  // namespace morva

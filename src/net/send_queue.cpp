@@ -1,0 +1,41 @@
+#include "net/send_queue.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <utility>
+
+namespace morva {
+namespace {
+
+// One more than 50, because a clock that counts whole milliseconds can show 50 when only 49 and a bit have passed.
+constexpr std::int64_t kPauseMs = 51;
+
+constexpr std::size_t kPlainBoardBytes = 3 + 64;
+
+}  // namespace
+
+bool RunsToEnd(std::string_view message) {
+  if (message.empty()) return false;
+  const char type = message.front();
+  return type == '0' || type == '2' || type == '3' || (message.starts_with("1__") && message.size() > kPlainBoardBytes);
+}
+
+void SendQueue::Put(std::string message) {
+  if (!message.empty()) waiting_.push_back(std::move(message));
+}
+
+std::optional<std::string> SendQueue::Next(std::int64_t now_ms) {
+  if (WaitMs(now_ms) != 0) return std::nullopt;
+  std::string message = std::move(waiting_.front());
+  waiting_.pop_front();
+  if (RunsToEnd(message)) free_at_ = now_ms + kPauseMs;
+  return message;
+}
+
+int SendQueue::WaitMs(std::int64_t now_ms) const {
+  if (waiting_.empty()) return -1;
+  if (!free_at_) return 0;
+  return static_cast<int>(std::clamp<std::int64_t>(*free_at_ - now_ms, 0, kPauseMs));
+}
+
+}  // namespace morva

@@ -1,0 +1,156 @@
+#include "platform/application.h"
+
+#include <QApplication>
+#include <QKeyEvent>
+#include <QTimer>
+#include <algorithm>
+#include <cstdlib>
+#include <vector>
+
+#include "platform/drag.h"
+#include "platform/qt_values.h"
+#include "platform/registry.h"
+#include "platform/window.h"
+
+// Outside any namespace: the macro declares a function.
+static void InitStoredFiles() { Q_INIT_RESOURCE(stored); }
+
+namespace morva {
+
+std::function<void()> end_program = [] { std::quick_exit(0); };
+
+void End() {
+  end_program();
+  std::abort();
+}
+
+namespace {
+
+std::vector<Form*>& LoadedForms() {
+  static std::vector<Form*> forms;
+  return forms;
+}
+
+std::string& TitleText() {
+  static std::string title = "Morva";
+  return title;
+}
+
+bool IsInput(QEvent::Type type) {
+  switch (type) {
+    case QEvent::MouseButtonPress:
+    case QEvent::MouseButtonRelease:
+    case QEvent::MouseButtonDblClick:
+    case QEvent::MouseMove:
+    case QEvent::Wheel:
+    case QEvent::KeyPress:
+    case QEvent::KeyRelease:
+    case QEvent::ShortcutOverride:
+    case QEvent::ContextMenu:
+    case QEvent::TouchBegin:
+    case QEvent::TouchUpdate:
+    case QEvent::TouchEnd:
+    case QEvent::TabletPress:
+    case QEvent::TabletMove:
+    case QEvent::TabletRelease:
+    case QEvent::InputMethod:
+    case QEvent::Close:
+    case QEvent::Drop:
+      return true;
+    default:
+      return false;
+  }
+}
+
+bool IsShortcutOf(const QWidget& window, const QKeyEvent& key) {
+  const QKeySequence pressed(key.keyCombination());
+  const auto actions = window.findChildren<QAction*>();
+  return std::any_of(actions.begin(), actions.end(),
+                     [&](const QAction* action) { return action->shortcut() == pressed; });
+}
+
+// Sees every event of the program before its receiver does.
+class Gate : public QObject {
+ public:
+  bool eventFilter(QObject* receiver, QEvent* event) override {
+    const bool input = IsInput(event->type());
+    if (!input && event->type() != QEvent::WindowDeactivate) return false;
+    if (!receiver->isWidgetType()) return false;
+    const auto& widget = *static_cast<QWidget*>(receiver);
+    if (Drag::Takes(widget, *event)) return true;
+    const Form* form = FormOf(&widget);
+    if (!input || form == nullptr) return false;
+    if (!form->Enabled()) {
+      // An accepted override keeps a shortcut from acting; an ignored close keeps the window.
+      event->setAccepted(event->type() != QEvent::Close);
+      return true;
+    }
+    if (event->type() == QEvent::ShortcutOverride &&
+        IsShortcutOf(*form->Native(), *static_cast<QKeyEvent*>(event))) {
+      // A line edit would claim the key before the menu sees it.
+      event->ignore();
+      return true;
+    }
+    return false;
+  }
+};
+
+}  // namespace
+
+void WindowLoaded(Form& form) { LoadedForms().push_back(&form); }
+
+void WindowUnloaded(std::unique_ptr<Form> form) {
+  struct Gone : QObject {
+    std::unique_ptr<Form> form;
+  };
+  auto& loaded = LoadedForms();
+  loaded.erase(std::remove(loaded.begin(), loaded.end(), form.get()), loaded.end());
+  form->Hide();
+  form->Left.assigned = form->Top.assigned = nullptr;
+  auto* gone = new Gone;
+  gone->form = std::move(form);
+  gone->deleteLater();
+  if (loaded.empty()) QCoreApplication::quit();
+}
+
+class Application::Impl {
+ public:
+  Impl(int& argc, char** argv) : app_(argc, argv) { app_.installEventFilter(&gate_); }
+
+ private:
+  QApplication app_;
+  Gate gate_;
+};
+
+Application::Application(int& argc, char** argv) {
+  // Where a Wayland session lets no program place its windows, the X server beside it does.
+  if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "xcb;wayland");
+  QApplication::setStyle("Fusion");
+  InitStoredFiles();
+  impl_ = std::make_unique<Impl>(argc, argv);
+  QApplication::setApplicationName("morva");
+  QApplication::setDesktopFileName("morva");
+  QApplication::setFont(ProgramFont());
+  QApplication::setQuitOnLastWindowClosed(false);
+}
+
+Application::~Application() {
+  const std::vector<Form*> left = LoadedForms();
+  for (auto form = left.rbegin(); form != left.rend(); ++form) {
+    if ((*form)->unload) (*form)->unload();
+  }
+  QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+}
+
+int Application::Run() { return LoadedForms().empty() ? 0 : QApplication::exec(); }
+
+void App::SetTitle(const std::string& title) {
+  TitleText() = title;
+  QGuiApplication::setApplicationDisplayName(QtText(title));
+}
+
+std::string App::Title() { return TitleText(); }
+
+std::string App::Path() { return StdText(QCoreApplication::applicationDirPath()); }
+
+}  // namespace morva

@@ -1,0 +1,39 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string>
+
+namespace morva {
+
+/// The program as the toolkit sees it; one object, made first thing in main.
+class Application {
+ public:
+  Application(int& argc, char** argv);
+  ~Application();
+  /// Handles events until the last window is unloaded; returns the program's exit code.
+  int Run();
+
+ private:
+  class Impl;
+  std::unique_ptr<Impl> impl_;
+};
+
+/// What the program knows of itself.
+struct App {
+  static constexpr int Major = 1;
+  static constexpr int Minor = 0;
+  static constexpr int Revision = 185;
+  static void SetTitle(const std::string& title);
+  static std::string Title();
+  /// The folder that holds the program.
+  static std::string Path();
+};
+
+/// Ends the program at once: no window gets an unload event.
+[[noreturn]] void End();
+
+/// What End does; tests put an exception here.
+extern std::function<void()> end_program;
+
+}  // namespace morva

@@ -1,0 +1,101 @@
+#include "platform/control.h"
+
+#include <QEvent>
+#include <QMouseEvent>
+#include <QToolTip>
+#include <QWidget>
+
+#include "platform/drag.h"
+#include "platform/qt_values.h"
+#include "platform/registry.h"
+
+namespace morva {
+
+// Turns the toolkit's events on the widget into the control's.
+class Control::EventFilter : public QObject {
+ public:
+  explicit EventFilter(Control& control) : control_(control) {}
+
+  bool eventFilter(QObject* /*watched*/, QEvent* event) override {
+    switch (event->type()) {
+      case QEvent::MouseButtonPress:
+      case QEvent::MouseButtonDblClick:
+        return Press(*static_cast<QMouseEvent*>(event));
+      case QEvent::MouseMove:
+        Tell(control_.MouseMove, *static_cast<QMouseEvent*>(event));
+        return false;
+      case QEvent::MouseButtonRelease:
+        return Release(*static_cast<QMouseEvent*>(event));
+      case QEvent::FocusIn:
+        if (control_.GotFocus) control_.GotFocus();
+        return false;
+      default:
+        return false;
+    }
+  }
+
+ private:
+  bool Press(const QMouseEvent& event) {
+    if (control_.AutomaticDrag && event.button() == Qt::LeftButton) {
+      Drag::Begin(control_, event.globalPosition().toPoint());
+      return true;
+    }
+    Tell(control_.MouseDown, event);
+    return control_.TakesMouse();
+  }
+
+  bool Release(const QMouseEvent& event) {
+    if (!control_.TakesMouse()) return false;
+    const bool inside = control_.widget_->rect().contains(event.position().toPoint());
+    if (inside && event.button() == Qt::LeftButton && control_.Click) control_.Click();
+    return true;
+  }
+
+  void Tell(const MouseHandler& handler, const QMouseEvent& event) const {
+    if (!handler) return;
+    const QPointF twips = (event.position() - control_.widget_->contentsRect().topLeft()) * kTwipsPerPixel;
+    handler(static_cast<int>(event.button()), static_cast<int>(event.modifiers() >> 25U) & 7,
+            static_cast<float>(twips.x()), static_cast<float>(twips.y()));
+  }
+
+  Control& control_;
+};
+
+Control::Control(std::unique_ptr<QWidget> widget)
+    : widget_(std::move(widget)), filter_(std::make_unique<EventFilter>(*this)) {
+  Register(widget_.get(), this);
+  widget_->installEventFilter(filter_.get());
+  widget_->setFont(ProgramFont());
+  for (Property<double>* length : {&Left, &Top, &Width, &Height}) length->assigned = [this] { Lay(); };
+  Visible.assigned = [this] { widget_->setVisible(Visible()); };
+  Enabled.assigned = [this] { widget_->setEnabled(Enabled()); };
+  ToolTipText.assigned = [this] {
+    widget_->setToolTip(QtText(ToolTipText()).toHtmlEscaped());
+    widget_->setAccessibleDescription(QtText(ToolTipText()));
+  };
+}
+
+Control::~Control() { Forget(widget_.get()); }
+
+QWidget* Control::Native() const { return widget_.get(); }
+
+void Control::SetFocus() { widget_->setFocus(); }
+
+void Control::PlaceOn(QWidget* parent, double left, double top, double width, double height) {
+  widget_->setParent(parent);
+  Left.Store(left);
+  Top.Store(top);
+  Width.Store(width);
+  Height.Store(height);
+  Lay();
+  if (!TabStop) widget_->setFocusPolicy(Qt::NoFocus);
+  widget_->lower();
+  widget_->setVisible(Visible());
+}
+
+void Control::Lay() {
+  const QPoint corner(ToPixels(Left()), ToPixels(Top()));
+  widget_->setGeometry(QRect(corner, QSize(ToPixels(Width()), ToPixels(Height()))));
+}
+
+}  // namespace morva

@@ -1,0 +1,272 @@
+#include "platform/controls.h"
+
+#include <QButtonGroup>
+#include <QGroupBox>
+#include <QInputMethodEvent>
+#include <QKeyEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPainter>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QScrollBar>
+#include <QStyleOptionButton>
+#include <QStylePainter>
+
+#include "platform/picture.h"
+#include "platform/qt_values.h"
+
+namespace morva {
+
+namespace {
+
+template <class W>
+W& As(const Control& control) {
+  return *static_cast<W*>(control.Native());
+}
+
+void Tint(QWidget& widget, QPalette::ColorRole role, Color color) {
+  QPalette palette = widget.palette();
+  palette.setColor(role, QtColor(color));
+  widget.setPalette(palette);
+}
+
+QString StoredPicture(const std::string& name) { return QtText(":/pictures/" + name + ".png"); }
+
+// A push button whose caption wraps.
+class WrappingButton : public QPushButton {
+ protected:
+  void paintEvent(QPaintEvent* /*event*/) override {
+    QStylePainter painter(this);
+    QStyleOptionButton option;
+    initStyleOption(&option);
+    const QString caption = option.text;
+    option.text.clear();
+    painter.drawControl(QStyle::CE_PushButton, option);
+    painter.setPen(palette().color(isEnabled() ? QPalette::Active : QPalette::Disabled, QPalette::ButtonText));
+    const int pushed = option.state.testFlag(QStyle::State_Sunken) ? 1 : 0;
+    painter.drawText(rect().translated(pushed, pushed), Qt::AlignCenter | Qt::TextWordWrap | Qt::TextShowMnemonic,
+                     caption);
+  }
+};
+
+class InputLine : public QLineEdit {
+ public:
+  std::function<void(int)> key_press;
+
+ protected:
+  void keyPressEvent(QKeyEvent* event) override {
+    const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    // Enter belongs to the window's default button.
+    if (!enter && !event->text().isEmpty() && key_press) key_press(event->text().front().unicode());
+    QLineEdit::keyPressEvent(event);
+  }
+  void inputMethodEvent(QInputMethodEvent* event) override {
+    if (!event->commitString().isEmpty() && key_press) key_press(event->commitString().front().unicode());
+    QLineEdit::inputMethodEvent(event);
+  }
+};
+
+// What a surface shows: its strokes, or a stored picture, inside its border.
+class Canvas : public QFrame {
+ public:
+  Canvas(const PictureBox& box, const Surface& surface) : box_(box), surface_(surface) { setMouseTracking(true); }
+  void Redraw() {
+    if (changed_) return;
+    changed_ = true;
+    update();
+  }
+  QPixmap stored;
+
+ protected:
+  void paintEvent(QPaintEvent* event) override {
+    const QRect inside = contentsRect();
+    QPainter painter(this);
+    if (!stored.isNull()) {
+      painter.setRenderHint(QPainter::SmoothPixmapTransform);
+      painter.drawPixmap(inside, stored);
+    } else {
+      if (changed_ || picture_.devicePixelRatio() != devicePixelRatioF() || size_ != inside.size()) {
+        size_ = inside.size();
+        changed_ = false;
+        picture_ =
+            PictureOf(surface_.Strokes(), box_.BackColor(), inside.width(), inside.height(), devicePixelRatioF());
+      }
+      painter.drawPixmap(inside.topLeft(), picture_);
+    }
+    QFrame::paintEvent(event);
+  }
+
+ private:
+  const PictureBox& box_;
+  const Surface& surface_;
+  QPixmap picture_;
+  QSize size_;
+  bool changed_ = true;
+};
+
+class ImageWidget : public QWidget {
+ public:
+  QPixmap stored;
+
+ protected:
+  void paintEvent(QPaintEvent* /*event*/) override {
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::SmoothPixmapTransform);
+    painter.drawPixmap(rect(), stored);
+  }
+};
+
+class Disc : public QWidget {
+ public:
+  explicit Disc(const CircleShape& shape) : shape_(shape) {}
+
+ protected:
+  void paintEvent(QPaintEvent* /*event*/) override {
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(QtColor(shape_.BorderColor()));
+    painter.setBrush(QtColor(shape_.BackColor()));
+    painter.drawEllipse(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5));
+  }
+
+ private:
+  const CircleShape& shape_;
+};
+
+class RuleWidget : public QWidget {
+ public:
+  explicit RuleWidget(const Rule& rule) : rule_(rule) {}
+
+ protected:
+  void paintEvent(QPaintEvent* /*event*/) override { QPainter(this).fillRect(rect(), QtColor(rule_.BorderColor())); }
+
+ private:
+  const Rule& rule_;
+};
+
+}  // namespace
+
+QFont ProgramFont(double points, bool bold) {
+  QFont font;
+  font.setFamilies({"Tahoma", "Liberation Sans", "Arial", "DejaVu Sans"});
+  font.setPixelSize(ToPixels(points * 20));
+  font.setBold(bold);
+  return font;
+}
+
+CommandButton::CommandButton() : Control(std::make_unique<WrappingButton>()) {
+  Caption.assigned = [this] { As<QPushButton>(*this).setText(QtText(Caption())); };
+  QObject::connect(&As<QPushButton>(*this), &QPushButton::clicked, [this] {
+    if (Click) Click();
+  });
+}
+
+OptionButton::OptionButton() : Control(std::make_unique<QRadioButton>()) {
+  Caption.assigned = [this] { As<QRadioButton>(*this).setText(QtText(Caption())); };
+  Value.assigned = [this] { As<QRadioButton>(*this).setChecked(Value()); };
+  QObject::connect(&As<QRadioButton>(*this), &QRadioButton::toggled, [this](bool on) {
+    Value.Store(on);
+    if (on && Click) Click();
+  });
+}
+
+Frame::Frame() : Control(std::make_unique<QGroupBox>()) {
+  Caption.assigned = [this] { As<QGroupBox>(*this).setTitle(QtText(Caption())); };
+}
+
+Label::Label() : Control(std::make_unique<QLabel>()) {
+  auto& label = As<QLabel>(*this);
+  label.setTextFormat(Qt::PlainText);
+  label.setAlignment(Qt::AlignLeft | Qt::AlignTop);
+  label.setWordWrap(true);
+  Tint(label, QPalette::WindowText, ForeColor());
+  Caption.assigned = [this] { As<QLabel>(*this).setText(QtText(Caption())); };
+  ForeColor.assigned = [this] { Tint(As<QLabel>(*this), QPalette::WindowText, ForeColor()); };
+  FontBold.assigned = FontSize.assigned = [this] { As<QLabel>(*this).setFont(ProgramFont(FontSize(), FontBold())); };
+  TextAlignment.assigned = [this] {
+    As<QLabel>(*this).setAlignment((TextAlignment() == Alignment::kCenter ? Qt::AlignHCenter : Qt::AlignLeft) |
+                                   Qt::AlignTop);
+  };
+}
+
+TextBox::TextBox() : Control(std::make_unique<InputLine>()) {
+  auto& line = As<InputLine>(*this);
+  line.setMaxLength(INT_MAX);
+  line.key_press = [this](int key) {
+    if (KeyPress) KeyPress(key);
+  };
+  QObject::connect(&line, &QLineEdit::textChanged, [this](const QString& text) { Text.Store(StdText(text)); });
+  Text.assigned = [this] { As<QLineEdit>(*this).setText(QtText(Text())); };
+  SelStart.read = [this] {
+    const auto& shown = As<QLineEdit>(*this);
+    return shown.hasSelectedText() ? shown.selectionStart() : shown.cursorPosition();
+  };
+  SelLength.read = [this] { return As<QLineEdit>(*this).selectionLength(); };
+  SelStart.assigned = [this] {
+    As<QLineEdit>(*this).deselect();
+    As<QLineEdit>(*this).setCursorPosition(SelStart.Assigned());
+  };
+  SelLength.assigned = [this] { As<QLineEdit>(*this).setSelection(SelStart(), SelLength.Assigned()); };
+}
+
+TextLog::TextLog() : Control(std::make_unique<QPlainTextEdit>()) {
+  auto& log = As<QPlainTextEdit>(*this);
+  log.setReadOnly(true);
+  log.setUndoRedoEnabled(false);
+  log.setWordWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
+  log.setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
+  log.setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+  Text.assigned = [this] { As<QPlainTextEdit>(*this).setPlainText(QtText(Text())); };
+  SelStart.assigned = [this] {
+    auto& shown = As<QPlainTextEdit>(*this);
+    QTextCursor cursor(shown.document());
+    cursor.movePosition(QTextCursor::End);
+    cursor.setPosition(std::min(SelStart(), cursor.position()));
+    shown.setTextCursor(cursor);
+    shown.ensureCursorVisible();
+  };
+}
+
+void TextLog::Append(const std::string& more) {
+  Text.StoreMore(more);
+  QTextCursor end(As<QPlainTextEdit>(*this).document());
+  end.movePosition(QTextCursor::End);
+  end.insertText(QtText(more).remove('\r'));
+}
+
+PictureBox::PictureBox(Border border) : Control(std::make_unique<Canvas>(*this, *this)) {
+  auto& canvas = As<Canvas>(*this);
+  if (border == Border::kSunken) {
+    canvas.setFrameStyle(QFrame::WinPanel | QFrame::Sunken);
+    canvas.setLineWidth(2);
+  }
+  drawn_ = BackColor.assigned = [this] { As<Canvas>(*this).Redraw(); };
+  Picture.assigned = [this] {
+    auto& shown = As<Canvas>(*this);
+    shown.stored = QPixmap(StoredPicture(Picture()));
+    const QSizeF size = shown.stored.deviceIndependentSize();
+    const int frame = 2 * shown.frameWidth();
+    Width = (size.width() + frame) * kTwipsPerPixel;
+    Height = (size.height() + frame) * kTwipsPerPixel;
+    shown.update();
+  };
+}
+
+Image::Image() : Control(std::make_unique<ImageWidget>()) {
+  Picture.assigned = [this] {
+    As<ImageWidget>(*this).stored = QPixmap(StoredPicture(Picture()));
+    As<ImageWidget>(*this).update();
+  };
+}
+
+CircleShape::CircleShape() : Control(std::make_unique<Disc>(*this)) {
+  BackColor.assigned = BorderColor.assigned = [this] { Native()->update(); };
+}
+
+Rule::Rule() : Control(std::make_unique<RuleWidget>(*this)) {
+  BorderColor.assigned = [this] { Native()->update(); };
+}
+
+}  // namespace morva

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <string>
+
+namespace morva {
+
+enum class MsgBoxButtons { kOk, kYesNo };
+enum class MsgBoxIcon { kNone, kCritical, kExclamation };
+enum class MsgBoxResult { kOk, kYes, kNo };
+
+/// Shows a box with the text as it stands, nothing in it taken for markup, and waits for the user. Timers and sockets
+/// go on meanwhile. Closing a Yes/No box counts as No.
+MsgBoxResult MsgBox(const std::string& text, const std::string& title, MsgBoxButtons buttons = MsgBoxButtons::kOk,
+                    MsgBoxIcon icon = MsgBoxIcon::kNone);
+
+inline constexpr int kOverwritePrompt = 0x2;
+inline constexpr int kHideReadOnly = 0x4;
+inline constexpr int kLongNames = 0x200000;
+
+/// Asks for a file name.
+class CommonDialog {
+ public:
+  std::string DialogTitle;
+  std::string Filter;    ///< "Text (*.txt)|*.txt"
+  int Flags = 0;         ///< the k… flags above, added
+  std::string InitDir;   ///< where the dialog starts; the user's documents folder where this one can't be written to
+  std::string FileName;  ///< preset before, the choice after, as typed, with its folder
+
+  /// Waits for the user. False: the user gave no name, and FileName is as it was.
+  bool ShowOpen();
+  bool ShowSave();
+};
+
+}  // namespace morva

@@ -1,0 +1,14 @@
+#pragma once
+
+#include <QPixmap>
+#include <span>
+
+#include "platform/surface.h"
+
+namespace morva {
+
+/// The picture that strokes make on a background: width by height pixels of the layout, at a scale of the screen.
+/// Equal strokes share one picture.
+QPixmap PictureOf(const std::vector<Stroke>& strokes, Color background, int width, int height, double scale);
+
+}  // namespace morva

@@ -1,0 +1,58 @@
+#include <algorithm>
+
+#include "net/text.h"
+#include "net/wire.h"
+#include "table/frm_chess.h"
+
+namespace morva {
+
+namespace {
+
+std::string Lower(std::string text) {
+  std::transform(text.begin(), text.end(), text.begin(), [](char c) { return c >= 'A' && c <= 'Z' ? c + 32 : c; });
+  return text;
+}
+
+}  // namespace
+
+void FrmChess::out(const std::string& s) {
+  txtOut.Append("\r\n" + s);
+  txtOut.SelStart = TextLog::kEnd;
+}
+
+void FrmChess::txtIn_KeyPress(int KeyAscii) {
+  if (KeyAscii != 13) {
+    PlayResourceSound(109);
+    return;
+  }
+  const std::string line = Printable(txtIn.Text());
+  if (line.empty()) return;
+  if (Lower(line) == "/clear") {
+    txtOut.Text = "";
+  } else {
+    out("<" + Nick + ">  " + line);
+    Transmit(line, kWords);
+  }
+  txtIn.Text = "";
+  txtIn.SetFocus();
+  PlayResourceSound(108);
+}
+
+void FrmChess::cmdDefault_Click() {
+  txtIn_KeyPress(13);
+  txtIn.SetFocus();
+}
+
+void FrmChess::txtOut_GotFocus() {
+  txtIn.SetFocus();
+  txtIn.SelStart = 0;
+  txtIn.SelLength = static_cast<int>(txtIn.Text().size());
+}
+
+void FrmChess::SendCanned(const std::string& word, int sound) {
+  Transmit(word, kWords);
+  txtIn.SetFocus();
+  if (sound != 0) PlayResourceSound(sound);
+}
+
+}  // namespace morva

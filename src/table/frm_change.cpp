@@ -1,0 +1,105 @@
+#include "table/frm_change.h"
+
+#include <algorithm>
+
+#include "net/wire.h"
+#include "table/frm_chess.h"
+
+namespace morva {
+
+namespace {
+
+constexpr int kPawn = 1, kQueen = 6, kChecker = 7, kKingChecker = 8;
+
+// What a player puts on an empty square is most likely of the game that is being played: the first piece tells.
+int PieceOfTheGame() {
+  for (const PictureBox& square : frmChess->squ) {
+    const int piece = Val(square.Tag);
+    if (piece > 0) return piece < kChecker ? kPawn : kChecker;
+  }
+  return 0;
+}
+
+}  // namespace
+
+FrmChange::FrmChange()
+    : Form({.scale_width = 3465,
+            .scale_height = 1950,
+            .close_box = false,
+            .title_bar = false,
+            .start = FormStyle::Start::kByCode}) {
+  Place({
+      {"cmdTrash", cmdTrash, 2520, 1320, 855, 495, "Trash Piece"},
+      {"cmdCancel", cmdCancel, 2520, 720, 855, 495, "Cancel"},
+      {"cmdOk", cmdOk, 2520, 120, 855, 495, "OK"},
+      {"Frame3", Frame3, 1320, 960, 1095, 855, "Team/Color"},
+      {"clr(1)", clr(1), 120, 480, 735, 255, "White", &Frame3},
+      {"clr(0)", clr(0), 120, 240, 735, 255, "Black", &Frame3},
+      {"rdo(8)", rdo(8), 1440, 480, 735, 255, "King"},
+      {"rdo(7)", rdo(7), 1440, 240, 855, 255, "Normal"},
+      {"rdo(6)", rdo(6), 240, 1440, 855, 255, "Queen"},
+      {"rdo(5)", rdo(5), 240, 1200, 615, 255, "King"},
+      {"rdo(4)", rdo(4), 240, 960, 855, 255, "Knight"},
+      {"rdo(3)", rdo(3), 240, 720, 855, 255, "Bishop"},
+      {"rdo(2)", rdo(2), 240, 480, 735, 255, "Castle"},
+      {"rdo(1)", rdo(1), 240, 240, 735, 255, "Pawn"},
+      {"Frame2", Frame2, 1320, 0, 1095, 855, "Checkers"},
+      {"Frame1", Frame1, 120, 0, 1095, 1815, "Chess"},
+  });
+  DefaultButton(cmdOk);
+  CancelButton(cmdCancel);
+  ARFormExtender1.ontop = true;
+
+  cmdOk.Click = [this] { cmdOK_Click(); };
+  cmdCancel.Click = [this] { cmdCancel_Click(); };
+  cmdTrash.Click = [this] { cmdTrash_Click(); };
+}
+
+void FrmChange::Form_Load() {
+  frmChess->Enabled = false;
+  Index = Val(frmChess->Tag);
+  const int piece = Val(frmChess->squ(Index).Tag);
+  cmdTrash.Enabled = piece != 0;
+  SelectPiece(piece > 0 ? piece : PieceOfTheGame());
+  if (piece == kPawn) SelectPiece(kQueen);
+  if (piece == kChecker) SelectPiece(kKingChecker);
+  clr(frmChess->squ(Index).ForeColor == kWhite ? 1 : 0).Value = true;
+}
+
+// A code that names no piece has no button.
+void FrmChange::SelectPiece(int piece) {
+  if (piece >= rdo.LBound() && piece <= rdo.UBound()) rdo(piece).Value = true;
+}
+
+void FrmChange::cmdOK_Click() {
+  const auto* const chosen = std::find_if(rdo.begin(), rdo.end(), [](const OptionButton& o) { return o.Value(); });
+  const int piece = chosen == rdo.end() ? 0 : chosen->Index;
+  const Color color = clr(0).Value() ? kBlack : kWhite;
+  frmChess->Enabled = true;
+  frmChess->squ(Index).Tag = std::to_string(piece);
+  frmChess->drawmove(Index, color);
+  frmChess->SetFocus();
+  Transmit(TwoDigits(Index) + std::to_string(piece) + std::to_string(color), kChange);
+  frmChess->who = frmChess->Nick;
+  frmChess->ChangeToHist(Index);
+  Unload(frmChange);
+}
+
+void FrmChange::cmdTrash_Click() {
+  frmChess->who = frmChess->Nick;
+  frmChess->TrashToHist(Index);
+  frmChess->Enabled = true;
+  frmChess->squ(Index).Cls();
+  frmChess->squ(Index).Tag = "0";
+  Transmit(Index, kTrash);
+  frmChess->SetFocus();
+  Unload(frmChange);
+}
+
+void FrmChange::cmdCancel_Click() {
+  frmChess->Enabled = true;
+  frmChess->SetFocus();
+  Unload(frmChange);
+}
+
+}  // namespace morva

@@ -1,0 +1,33 @@
+#pragma once
+
+#include "platform/controls.h"
+#include "platform/form_extender.h"
+#include "platform/window.h"
+
+namespace morva {
+
+/// The dialog that puts any piece on a square or removes what stands there. The main window's Tag names the square.
+class FrmChange : public Form {
+ public:
+  FrmChange();
+
+  FormExtender ARFormExtender1{*this};
+  CommandButton cmdTrash, cmdCancel, cmdOk;
+  Frame Frame3, Frame2, Frame1;
+  ControlArray<OptionButton, 2> clr;     ///< 0 black, 1 white
+  ControlArray<OptionButton, 8, 1> rdo;  ///< index is the piece code
+
+  void Form_Load() override;
+
+ private:
+  void SelectPiece(int piece);
+  void cmdOK_Click();
+  void cmdTrash_Click();
+  void cmdCancel_Click();
+
+  int Index = 0;  ///< the square
+};
+
+inline Window<FrmChange> frmChange;
+
+}  // namespace morva

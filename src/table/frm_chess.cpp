@@ -1,0 +1,181 @@
+#include "table/frm_chess.h"
+
+#include "net/frm_control.h"
+#include "platform/application.h"
+#include "table/frm_tool_window.h"
+
+namespace morva {
+
+FrmChess::FrmChess()
+    : GameWindow({.caption = "Morva",
+                  .scale_width = 6720,
+                  .scale_height = 8085,
+                  .minimise_box = true,
+                  .on_task_bar = true,
+                  .icon = true}) {
+  LayOut();
+  ConnectEvents();
+}
+
+void FrmChess::LayOut() {
+  PlaceCoords();
+  Place({
+      {"cmdDefault", cmdDefault, 5520, 7320, 540, 225, "Send"},
+      {"txtIn", txtIn, 0, 7800, 6720, 285},
+      {"txtOut", txtOut, 0, 6720, 6720, 1095},
+  });
+  PlaceSquares();
+  DefaultButton(cmdDefault);
+
+  std::vector<Control*> order;
+  for (PictureBox& square : squ) order.push_back(&square);
+  order.insert(order.end(), {&txtOut, &txtIn, &cmdDefault});
+  for (CommandButton& label : Coord) order.push_back(&label);
+  order.push_back(&cmdShowCoord);
+  TabOrder(order);
+
+  SetMenu({
+      {0, mnuGame, "&Game"},
+      {1, mnuOpenGame, "&Open game...", "F3"},
+      {1, mnuSaveGame, "S&ave Game...", "F2"},
+      {1, mnuSep0, "-"},
+      {1, mnuNewGame, "&New game"},
+      {2, mnuNewChess, "Che&ss", "Ctrl+F1"},
+      {2, mnuNewCheckers, "Che&ckers", "Shift+F1"},
+      {1, mnuClear, "&Clear Board"},
+      {1, mnuSaveChat, "Sa&ve Chat..."},
+      {1, mnuSep2, "-"},
+      {1, mnuPlaySounds, "&Play Sounds", "", true},
+      {1, mnuSepNewGame, "-"},
+      {1, mnuQuit, "&Quit"},
+      {0, mnuMessage, "&Message"},
+      {1, mnuAcceptMessages, "&Accept Messages", "", true},
+      {1, mnuSepMessages, "-"},
+      {1, mnuSend, "&Send Message"},
+      {2, mnuCheck, "&Check", "Ctrl+C"},
+      {2, mnuCheckMate, "Check &Mate", "Ctrl+X"},
+      {2, mnuStaleMate, "&Stale Mate", "Ctrl+Z"},
+      {2, mnuSepMessage2, "-"},
+      {2, mnuWakeUp, "&Wake up", "Ctrl+W"},
+      {2, mnuIWin, "&I win", "Ctrl+I"},
+      {0, mnuMisc, "M&isc"},
+      {1, mnuShowLast, "&Show Last Move", "Ctrl+S"},
+      {0, mnuHelp, "&Help"},
+      {1, mnuInstructions, "&Instructions", "F1"},
+      {1, mnuSepHelp, "-"},
+      {1, mnuAbout, "&About"},
+  });
+  cd.DialogTitle = "Save Chat";
+  cd.FileName = "*.txt";
+}
+
+void FrmChess::ConnectEvents() {
+  for (PictureBox& square : squ) {
+    const int Index = square.Index;
+    square.MouseDown = [this, Index](int Button, int, float X, float Y) { squ_MouseDown(Index, Button, X, Y); };
+    square.MouseMove = [this, Index](int, int, float, float) { squ_MouseMove(Index); };
+    square.DragOver = [this, Index](Control& Source, float, float, DragState State) {
+      squ_DragOver(Index, Source, State);
+    };
+    square.DragDrop = [this, Index](Control& Source, float, float) { squ_DragDrop(Index, Source); };
+  }
+  cmdShowCoord.MouseDown = [this](int, int, float, float) { cmdShowCoord_MouseDown(); };
+  for (CommandButton& label : Coord) label.MouseDown = [this](int, int, float, float) { txtIn.SetFocus(); };
+
+  txtIn.KeyPress = [this](int KeyAscii) { txtIn_KeyPress(KeyAscii); };
+  txtOut.GotFocus = [this] { txtOut_GotFocus(); };
+  cmdDefault.Click = [this] { cmdDefault_Click(); };
+  onesec.Tick = [this] { onesec_Timer(); };
+
+  mnuNewChess.Click = [this] { mnuNewChess_Click(); };
+  mnuNewCheckers.Click = [this] { mnuNewCheckers_Click(); };
+  mnuClear.Click = [this] { mnuClear_Click(); };
+  mnuPlaySounds.Click = [this] { ToggleChecked(mnuPlaySounds); };
+  mnuQuit.Click = [this] { mnuQuit_Click(); };
+
+  mnuAcceptMessages.Click = [this] { ToggleChecked(mnuAcceptMessages); };
+  mnuCheck.Click = [this] { SendCanned("check", 104); };
+  mnuCheckMate.Click = [this] { SendCanned("cmate", 104); };
+  mnuStaleMate.Click = [this] { SendCanned("smate", 105); };
+  mnuIWin.Click = [this] { SendCanned("iwin", 106); };
+  mnuWakeUp.Click = [this] { SendCanned("yours", 0); };
+  mnuShowLast.Click = [this] { Slide(); };
+}
+
+void FrmChess::Form_Load() {
+  PaintChess();
+  cmdDefault.Left = -10000;
+  if (frmControl->Mode == "client") {
+    frmToolWindow->lshape.BackColor = kBlack;
+    frmToolWindow->lshape.BorderColor = kWhite;
+    frmToolWindow->rshape.BackColor = kWhite;
+    frmToolWindow->rshape.BorderColor = kBlack;
+    frmToolWindow->highlight("you");
+  } else {
+    frmToolWindow->highlight("me");
+  }
+  frmToolWindow->Show();
+  OpenSave.InitDir = App::Path();
+}
+
+void FrmChess::Form_Activate() {
+  if (Init) return;
+  Init = true;
+  Left = Left() - frmToolWindow->Width() / 2;
+  frmToolWindow->Left = Left() + Width();
+  frmToolWindow->Top = Top();
+  CollapseCoords();
+  txtIn.SetFocus();
+}
+
+void FrmChess::Form_GotFocus() {
+  frmToolWindow->frmext.ontop = true;
+  frmToolWindow->frmext.ontop = frmToolWindow->mnuAlways.Checked();
+}
+
+void FrmChess::Form_Unload() {
+  frmControl->tcp.Close();
+  Unload(frmControl);
+  Unload(frmToolWindow);
+  Unload(frmCoords);
+}
+
+void FrmChess::mnuQuit_Click() {
+  Form_Unload();
+  End();
+}
+
+void FrmChess::cmdShowCoord_MouseDown() {
+  ToggleCoords();
+  txtIn.SetFocus();
+}
+
+void FrmChess::AddHistoryLine(const std::string& text, std::int32_t data) {
+  ListBox& history = frmToolWindow->lstHist;
+  history.AddItem(text);
+  history.ListIndex = history.ListCount() - 1;
+  history.ItemData(history.ListIndex()) = data;
+  if (Enabled()) {
+    SetFocus();
+    txtIn.SetFocus();
+  }
+}
+
+void FrmChess::highlight(const std::string& turn) { frmToolWindow->highlight(turn); }
+
+void FrmChess::ShowNicks() {
+  frmToolWindow->lblOpNick.Caption = OpNick;
+  for (Label* label : {&frmToolWindow->lblNick, &frmToolWindow->lbl3D(0), &frmToolWindow->lbl3D(1)}) {
+    label->Caption = Nick;
+  }
+}
+
+void FrmChess::ClearHistory() { frmToolWindow->lstHist.Clear(); }
+
+void FrmChess::SaveGame() { mnuSaveGame.Click(); }
+
+bool FrmChess::AcceptsMessages() const { return mnuAcceptMessages.Checked(); }
+
+void ToggleChecked(Menu& item) { item.Checked = !item.Checked(); }
+
+}  // namespace morva

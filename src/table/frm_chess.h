@@ -1,0 +1,84 @@
+#pragma once
+
+#include <string>
+
+#include "net/game_window.h"
+#include "platform/dialogs.h"
+#include "platform/timer.h"
+#include "platform/window.h"
+
+namespace morva {
+
+/// The main window: the board, the chat and the menus. Its handlers stand by subject: mouse.cpp, chat.cpp,
+/// game_menu.cpp, sounds.cpp, clock.cpp, last_move.cpp.
+class FrmChess : public GameWindow {
+ public:
+  FrmChess();
+
+  CommandButton cmdDefault;
+  TextBox txtIn;
+  TextLog txtOut;
+  Timer onesec{1000};
+  CommonDialog cd;        ///< for the chat file
+  CommonDialog OpenSave;  ///< for the game file
+
+  Menu mnuGame, mnuOpenGame, mnuSaveGame, mnuSep0, mnuNewGame, mnuNewChess, mnuNewCheckers, mnuClear, mnuSaveChat,
+      mnuSep2, mnuPlaySounds, mnuSepNewGame, mnuQuit;
+  Menu mnuMessage, mnuAcceptMessages, mnuSepMessages, mnuSend, mnuCheck, mnuCheckMate, mnuStaleMate, mnuSepMessage2,
+      mnuWakeUp, mnuIWin;
+  Menu mnuMisc, mnuShowLast;
+  Menu mnuHelp, mnuInstructions, mnuSepHelp, mnuAbout;
+
+  void Form_Load() override;
+  void Form_Activate() override;
+  void Form_GotFocus() override;
+  void Form_Unload() override;
+  void Form_MouseDown(int Button, int Shift, float X, float Y) override;
+  void Form_DragOver(Control& Source, float X, float Y, DragState State) override;
+
+  /// Adds a line to the chat log.
+  void out(const std::string& s) override;
+  /// Plays one of the stored sounds, 101 to 109, while sounds are on.
+  void PlayResourceSound(int id) override;
+  /// Flies the marker from the from square of the last move to its to square.
+  void Slide();
+
+  void AddHistoryLine(const std::string& text, std::int32_t data) override;
+  void highlight(const std::string& who) override;
+  void ShowNicks() override;
+  void ClearHistory() override;
+  void SaveGame() override;
+  bool AcceptsMessages() const override;
+
+ private:
+  void LayOut();
+  void ConnectEvents();
+
+  void squ_MouseDown(int Index, int Button, float X, float Y);
+  void squ_MouseMove(int Index);
+  void squ_DragOver(int Index, const Control& Source, DragState State);
+  void squ_DragDrop(int Index, const Control& Source);
+  void OpenChangeDialog(int Index, float X, float Y);
+  void PassTurn();
+  void ClearMarks();
+
+  void cmdShowCoord_MouseDown();
+  void txtIn_KeyPress(int KeyAscii);
+  void txtOut_GotFocus();
+  void cmdDefault_Click();
+  void SendCanned(const std::string& word, int sound);
+
+  void mnuNewChess_Click();
+  void mnuNewCheckers_Click();
+  void mnuClear_Click();
+  void mnuQuit_Click();
+
+  void onesec_Timer();
+};
+
+inline Window<FrmChess> frmChess;
+
+/// Turns a menu item's check mark over.
+void ToggleChecked(Menu& item);
+
+}  // namespace morva

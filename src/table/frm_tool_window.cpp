@@ -1,0 +1,114 @@
+#include "table/frm_tool_window.h"
+
+#include "net/frm_control.h"
+#include "painting/shadewell.h"
+#include "table/frm_chess.h"
+
+namespace morva {
+
+FrmToolWindow::FrmToolWindow()
+    : Form({.caption = "Morva Chess/Checkers",
+            .frame = FormStyle::Frame::kSizableWidth,
+            .scale_width = 3240,
+            .scale_height = 3570,
+            .close_box = false,
+            .start = FormStyle::Start::kByCode,
+            .icon = true}) {
+  Place({
+      {"picContain", picContain, 0, 0, 15000, 1545},
+      {"rshape", rshape, 0, 1095, 375, 375, "", &picContain},
+      {"lshape", lshape, 0, 465, 375, 375, "", &picContain},
+      {"lblVS", lblVS, 0, 840, 3255, 255, "vs.", &picContain},
+      {"lblTime", lblTime, 0, 0, 3240, 465, "00:00:00", &picContain},
+      {"lblOpNick", lblOpNick, 480, 1080, 15000, 375, "", &picContain},
+      {"lblNick", lblNick, 480, 480, 15000, 375, "", &picContain},
+      {"lbl3D(1)", lbl3D(1), 495, 495, 15000, 360, "", &picContain},
+      {"lbl3D(0)", lbl3D(0), 465, 465, 15000, 375, "", &picContain},
+      {"lstHist", lstHist, 0, 1560, 3240, 2010},
+  });
+  SetMenu({
+      {.depth = 0, .item = mnuHidden, .caption = "b", .hidden = true},
+      {.depth = 1, .item = mnuAlways, .caption = "&Always on top", .checked_at_start = true},
+  });
+
+  rshape.BackColor = kBlack;
+  rshape.BorderColor = kWhite;
+  lblVS.TextAlignment = lblTime.TextAlignment = Alignment::kCenter;
+  lblTime.FontSize = 18;
+  lblTime.FontBold = true;
+  for (Label* label : {&lblVS, &lblOpNick, &lblNick, &lbl3D(0)}) label->ForeColor = kButtonShadow;
+  lbl3D(1).ForeColor = kButtonHighlight;
+  for (Label* label : {&lblOpNick, &lblNick, &lbl3D(0), &lbl3D(1)}) {
+    label->FontSize = 15.75;
+    label->FontBold = true;
+  }
+  lbl3D(0).Visible = lbl3D(1).Visible = false;
+  frmext.ontop = true;
+
+  lblNick.Click = [this] { lblNick_Click(); };
+  lblOpNick.Click = [this] { lblOpNick_Click(); };
+  for (Label* label : {&lblNick, &lblOpNick, &lblTime, &lblVS}) {
+    label->MouseDown = [this, label](int Button, int, float X, float Y) {
+      OpenMenuAt(Button, X + label->Left(), Y + label->Top());
+    };
+  }
+  mnuAlways.Click = [this] { mnuAlways_Click(); };
+}
+
+void FrmToolWindow::Form_Load() {
+  Caption = frmControl->Nick;
+  frmChess->Caption = frmChess->Caption() + " - " + Caption();
+  Top = frmChess->Top();
+  Left = frmChess->Left() + frmChess->Width();
+  Form_Resize();
+}
+
+void FrmToolWindow::Form_Activate() {
+  picContain.Cls();
+  PaintGradient(picContain, kWhite, SystemColorOf(kButtonFace), 2);
+}
+
+void FrmToolWindow::Form_Resize() {
+  lblTime.Width = ScaleWidth();
+  lblVS.Width = ScaleWidth();
+  lstHist.Width = ScaleWidth();
+}
+
+void FrmToolWindow::highlight(const std::string& who) {
+  if (who == "me") {
+    lblNick.ForeColor = kRed;
+    lblNick.FontBold = true;
+    lbl3D(0).Visible = true;
+    lbl3D(1).Visible = true;
+    lblOpNick.FontBold = false;
+  } else {
+    lblOpNick.FontBold = true;
+    lblNick.ForeColor = kButtonShadow;
+    lbl3D(0).Visible = false;
+    lbl3D(1).Visible = false;
+    lblNick.FontBold = false;
+  }
+}
+
+void FrmToolWindow::lblNick_Click() {
+  highlight("me");
+  frmControl->tcp.SendData("me");
+}
+
+void FrmToolWindow::lblOpNick_Click() {
+  highlight("you");
+  frmControl->tcp.SendData("you");
+}
+
+void FrmToolWindow::Form_MouseDown(int Button, int /*Shift*/, float X, float Y) { OpenMenuAt(Button, X, Y); }
+
+void FrmToolWindow::OpenMenuAt(int Button, double X, double Y) {
+  if (Button == kRightButton) PopupMenu(mnuHidden, X, Y);
+}
+
+void FrmToolWindow::mnuAlways_Click() {
+  ToggleChecked(mnuAlways);
+  frmext.ontop = mnuAlways.Checked();
+}
+
+}  // namespace morva

@@ -1,0 +1,41 @@
+#pragma once
+
+#include <string>
+
+#include "platform/controls.h"
+#include "platform/form_extender.h"
+#include "platform/window.h"
+
+namespace morva {
+
+/// The window beside the main window: nicks with their discs, the turn, the clock and the history.
+class FrmToolWindow : public Form {
+ public:
+  FrmToolWindow();
+
+  Panel picContain;
+  CircleShape rshape, lshape;
+  Label lblVS, lblTime, lblOpNick, lblNick;
+  ControlArray<Label, 2> lbl3D;
+  ListBox lstHist;
+  FormExtender frmext{*this};
+  Menu mnuHidden, mnuAlways;
+
+  void Form_Load() override;
+  void Form_Activate() override;
+  void Form_Resize() override;
+  void Form_MouseDown(int Button, int Shift, float X, float Y) override;
+
+  /// Shows whose turn it is: "me" for the local player, anything else for the other one.
+  void highlight(const std::string& who);
+
+ private:
+  void lblNick_Click();
+  void lblOpNick_Click();
+  void mnuAlways_Click();
+  void OpenMenuAt(int Button, double X, double Y);
+};
+
+inline Window<FrmToolWindow> frmToolWindow;
+
+}  // namespace morva

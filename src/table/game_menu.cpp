@@ -1,0 +1,30 @@
+#include "net/wire.h"
+#include "table/frm_chess.h"
+
+namespace morva {
+
+void FrmChess::mnuNewChess_Click() {
+  PlayResourceSound(103);
+  ClearHistory();
+  SetUpChess();
+  ResetClock();
+  Transmit("new", kBoard);
+  txtIn.SetFocus();
+}
+
+void FrmChess::mnuNewCheckers_Click() {
+  PlayResourceSound(103);
+  ClearHistory();
+  SetUpCheckers();
+  ResetClock();
+  Transmit("newc", kBoard);
+  txtIn.SetFocus();
+}
+
+void FrmChess::mnuClear_Click() {
+  PlayResourceSound(103);
+  Transmit("clear", kBoard);
+  ClearBoard();
+}
+
+}  // namespace morva

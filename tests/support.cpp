@@ -1,0 +1,16 @@
+#include "tests/support.h"
+
+#include <gtest/gtest.h>
+
+#include "platform/application.h"
+#include "table/frm_chess.h"
+
+using namespace morva;
+
+int main(int argc, char** argv) {
+  testing::InitGoogleTest(&argc, argv);
+  Application application(argc, argv);
+  game_window = []() -> GameWindow& { return *frmChess; };
+  end_program = [] { throw Ended(); };
+  return RUN_ALL_TESTS();
+}
