@@ -46,9 +46,7 @@ void Board::ClearBoard() {
   for (PictureBox& square : squ) square.ForeColor = kBlack;
 }
 
-void Board::ResetClock() {
-  hour = min = sec = 0;
-}
+void Board::ResetClock() { hour = min = sec = 0; }
 
 void Board::ResetSquares() {
   for (PictureBox& square : squ) {

@@ -6,9 +6,7 @@
 
 namespace morva {
 
-std::string SquareName(int i) {
-  return static_cast<char>('A' + i % 8) + std::to_string(i / 8 + 1);
-}
+std::string SquareName(int i) { return static_cast<char>('A' + i % 8) + std::to_string(i / 8 + 1); }
 
 std::string PieceWord(int code) {
   static constexpr std::array kWords{"",     "pawn",  "castle",  "bishop",      "knight",
@@ -16,17 +14,11 @@ std::string PieceWord(int code) {
   return code >= 0 && code <= 8 ? kWords[static_cast<std::size_t>(code)] : "";
 }
 
-std::string ColorWord(Color color) {
-  return color == kBlack ? "black " : "white ";
-}
+std::string ColorWord(Color color) { return color == kBlack ? "black " : "white "; }
 
-std::string Board::PieceName(int Index) const {
-  return PieceWord(Val(squ(Index).Tag));
-}
+std::string Board::PieceName(int Index) const { return PieceWord(Val(squ(Index).Tag)); }
 
-std::string Board::PieceColorName(int Index) const {
-  return ColorWord(squ(Index).ForeColor) + PieceName(Index);
-}
+std::string Board::PieceColorName(int Index) const { return ColorWord(squ(Index).ForeColor) + PieceName(Index); }
 
 std::string Board::OldPieceColorName() const {
   if (OldPiece == 0) return "nothing";

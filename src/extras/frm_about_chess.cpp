@@ -17,8 +17,8 @@ constexpr char kThanks[] =
 
 // It begins with a blank, because the program's name stands before it.
 constexpr char kLegalNotice[] =
-    " is free software under the MIT licence: use it, share it and change it as you like, and keep the licence with "
-    "it. It comes as it is, without any warranty. Whoever loses a game by it has lost that game fairly.";
+    " is free software under the MIT licence. It comes as it is, without any warranty. Whoever loses a game by it has "
+    "lost that game fairly.";
 
 std::string Version() {
   return std::to_string(App::Major) + "." + std::to_string(App::Minor) + "." + std::to_string(App::Revision);
@@ -26,7 +26,7 @@ std::string Version() {
 
 }  // namespace
 
-FrmAboutChess::FrmAboutChess() : Form({.scale_width = 7275, .scale_height = 4395, .icon = true}) {
+FrmAboutChess::FrmAboutChess() : Form({.scale_width = 7275, .scale_height = 4395}) {
   Place({
       {"picTop", picTop, 3960, 0, 3240, 720},
       {"photo", photo, 5715, 840, 1485, 1815, "portrait"},
@@ -89,9 +89,7 @@ void FrmAboutChess::cmdOK_Click() {
   frmToolWindow->Enabled = true;
 }
 
-void FrmAboutChess::photo_Click() {
-  frmAuthor->Show();
-}
+void FrmAboutChess::photo_Click() { frmAuthor->Show(); }
 
 void ConnectHelpMenu(FrmChess& window) {
   window.mnuAbout.Click = [&window] {

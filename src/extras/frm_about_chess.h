@@ -11,8 +11,8 @@ class FrmAboutChess : public Form {
  public:
   FrmAboutChess();
 
-  PictureBox photo, Image1;
   Panel picTop, picLeft;
+  PictureBox photo, Image1;
   CommandButton cmdOK;
   ControlArray<Label, 3> title;
   Label legal, Label1;

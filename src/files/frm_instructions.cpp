@@ -46,16 +46,13 @@ FrmInstructions::FrmInstructions()
             .scale_width = 7095,
             .scale_height = 6255,
             .maximise_box = true,
-            .on_task_bar = true,
-            .icon = true}) {
+            .on_task_bar = true}) {
   Place({
       {"textbox", textbox, 0, 0, 7095, 6255},
   });
 }
 
-void FrmInstructions::Form_Load() {
-  textbox.Text = TextOfFile(ReadFile(kFileName, kMostBytes).value_or(""));
-}
+void FrmInstructions::Form_Load() { textbox.Text = TextOfFile(ReadFile(kFileName, kMostBytes).value_or("")); }
 
 void FrmInstructions::Form_Resize() {
   textbox.Width = ScaleWidth();

@@ -13,9 +13,7 @@ namespace {
 constexpr char kFilter[] = "Morva Game (*.mrv)|*.mrv";
 constexpr std::size_t kSquares = 64;
 
-std::string BoardMessage(std::string_view line) {
-  return std::to_string(kBoard) + kBoardMark + std::string(line);
-}
+std::string BoardMessage(std::string_view line) { return std::to_string(kBoard) + kBoardMark + std::string(line); }
 
 std::string_view FirstLine(std::string_view text) {
   const std::size_t end = text.find('\n');

@@ -44,9 +44,9 @@ class Connection {
   Socket socket_;
   MessageReader reader_;
   SendQueue queue_;
-  Timer quiet_;    ///< the line has been quiet long enough
-  Timer resume_;   ///< the window has had its turn, go on with what has arrived
-  Timer due_;      ///< the next message may leave
+  Timer quiet_;   ///< the line has been quiet long enough
+  Timer resume_;  ///< the window has had its turn, go on with what has arrived
+  Timer due_;     ///< the next message may leave
   bool resting_ = false;
 };
 

@@ -9,11 +9,9 @@
 
 namespace morva {
 
-void Transmit(const std::string& text, int dtype) {
-  frmControl->tcp.SendData(std::to_string(dtype) + BytesOf(text));
-}
+void Transmit(const std::string& text, int dtype) { frmControl->tcp.SendData(std::to_string(dtype) + BytesOf(text)); }
 
-FrmControl::FrmControl() : Form({.scale_width = 4590, .scale_height = 960, .icon = true}) {
+FrmControl::FrmControl() : Form({.scale_width = 4590, .scale_height = 960}) {
   Place({
       {"cmdCancel", cmdCancel, 3390, 510, 1080, 345, "Cancel"},
       {"PicIcon", PicIcon, 120, 120, 480, 480},

@@ -23,7 +23,7 @@ void Oops(const std::string& text) { MsgBox(text, "Oops", MsgBoxButtons::kOk, Ms
 }  // namespace
 
 FrmWelcome::FrmWelcome()
-    : Form({.caption = "Morva", .scale_width = 3915, .scale_height = kGuestHeight, .on_task_bar = true, .icon = true}) {
+    : Form({.caption = "Morva", .scale_width = 3915, .scale_height = kGuestHeight, .on_task_bar = true}) {
   Place({
       {"cmdGo", cmdGo, 2655, 210, 1155, 420},
       {"txtHost", txtHost, 720, 1680, 1815, 285},

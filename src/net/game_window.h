@@ -22,12 +22,12 @@ class GameWindow : public Board {
   /// The other side has left: offers to save the game, then ends the program. Never returns.
   void Disconnect();
 
-  virtual void out(const std::string& s) = 0;                ///< a line of chat
-  virtual void highlight(const std::string& who) = 0;        ///< shows the turn: "me" or "you"
-  virtual void ShowNicks() = 0;                              ///< Nick and OpNick are known
+  virtual void out(const std::string& s) = 0;          ///< a line of chat
+  virtual void highlight(const std::string& who) = 0;  ///< shows the turn: "me" or "you"
+  virtual void ShowNicks() = 0;                        ///< Nick and OpNick are known
   virtual void ClearHistory() = 0;
   virtual void PlayResourceSound(int id) = 0;
-  virtual void SaveGame() = 0;                               ///< asks for a name and saves, or doesn't
+  virtual void SaveGame() = 0;  ///< asks for a name and saves, or doesn't
   virtual bool AcceptsMessages() const = 0;
 
  private:

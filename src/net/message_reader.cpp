@@ -25,15 +25,11 @@ struct Reading {
   std::size_t length = 0;
 };
 
-constexpr Reading Complete(std::size_t length) {
-  return {Shape::kComplete, length};
-}
+constexpr Reading Complete(std::size_t length) { return {Shape::kComplete, length}; }
 constexpr Reading kIncomplete{Shape::kIncomplete};
 constexpr Reading kRunsToEnd{Shape::kRunsToEnd};
 
-bool IsDigit(char c) {
-  return c >= '0' && c <= '9';
-}
+bool IsDigit(char c) { return c >= '0' && c <= '9'; }
 
 // How many digits there are from `at` on, counting no further than `most`.
 std::size_t Digits(std::string_view text, std::size_t at, std::size_t most) {

@@ -9,6 +9,9 @@ namespace {
 
 // One more than 50, because a clock that counts whole milliseconds can show 50 when only 49 and a bit have passed.
 constexpr std::int64_t kPauseMs = 51;
+// The other side waits longer for the end of a long message, which may come in many pieces.
+constexpr std::size_t kLongBytes = 512;
+constexpr std::int64_t kLongPauseMs = 300;
 
 constexpr std::size_t kPlainBoardBytes = 3 + 64;
 
@@ -28,14 +31,14 @@ std::optional<std::string> SendQueue::Next(std::int64_t now_ms) {
   if (WaitMs(now_ms) != 0) return std::nullopt;
   std::string message = std::move(waiting_.front());
   waiting_.pop_front();
-  if (RunsToEnd(message)) free_at_ = now_ms + kPauseMs;
+  if (RunsToEnd(message)) free_at_ = now_ms + (message.size() > kLongBytes ? kLongPauseMs : kPauseMs);
   return message;
 }
 
 int SendQueue::WaitMs(std::int64_t now_ms) const {
   if (waiting_.empty()) return -1;
   if (!free_at_) return 0;
-  return static_cast<int>(std::clamp<std::int64_t>(*free_at_ - now_ms, 0, kPauseMs));
+  return static_cast<int>(std::clamp<std::int64_t>(*free_at_ - now_ms, 0, kLongPauseMs));
 }
 
 }  // namespace morva

@@ -7,8 +7,8 @@ namespace morva {
 inline constexpr int kPort = 2948;
 
 /// The types of message; each leads its messages as a digit. The bare words "me" and "you" have none.
-inline constexpr int kWords = 0;   ///< chat and canned words
-inline constexpr int kBoard = 1;   ///< moves, boards, new games
+inline constexpr int kWords = 0;  ///< chat and canned words
+inline constexpr int kBoard = 1;  ///< moves, boards, new games
 inline constexpr int kNick = 2;
 inline constexpr int kTrash = 3;
 inline constexpr int kChange = 4;

@@ -54,14 +54,10 @@ FrmCoords::FrmCoords()
   Timer1.Tick = [this] { Timer1_Timer(); };
 }
 
-void FrmCoords::Form_Load() {
-  CoordStep = labels->CoordsShown ? 0 : 40;
-}
+void FrmCoords::Form_Load() { CoordStep = labels->CoordsShown ? 0 : 40; }
 
 // The object outlives its unloading by as long as a handler runs; the slide must not.
-void FrmCoords::Form_Unload() {
-  Timer1.Enabled = false;
-}
+void FrmCoords::Form_Unload() { Timer1.Enabled = false; }
 
 void FrmCoords::Timer1_Timer() {
   // A second press can come before the first tick; the labels then stay at the end where they are.

@@ -27,27 +27,19 @@ Color Between(Color color1, Color color2, double part) {
   return static_cast<Color>(red + green * 256 + blue * 65536);
 }
 
-bool IsColorValue(std::int64_t color) {
-  return color >= 0 && color <= kWhite;
-}
+bool IsColorValue(std::int64_t color) { return color >= 0 && color <= kWhite; }
 
 }  // namespace
 
-Color SystemColorOf(std::uint32_t Constant) {
-  return GetSysColor(static_cast<int>(Constant & 0xFFU));
-}
+Color SystemColorOf(std::uint32_t Constant) { return GetSysColor(static_cast<int>(Constant & 0xFFU)); }
 
 std::optional<Color> MixColors(std::int64_t Color1, std::int64_t Color2, int Percent) {
   if (Percent > 100 || Percent < 0 || !IsColorValue(Color1) || !IsColorValue(Color2)) return std::nullopt;
   return Between(static_cast<Color>(Color1), static_cast<Color>(Color2), Percent / 100.0);
 }
 
-Color GradientSteps::operator()(int i) const {
-  return Between(from_, to_, i / n_);
-}
+Color GradientSteps::operator()(int i) const { return Between(from_, to_, i / n_); }
 
-int RingCount(double Width, double Height) {
-  return RoundToEven(std::hypot(Width / 30, Height / 30));
-}
+int RingCount(double Width, double Height) { return RoundToEven(std::hypot(Width / 30, Height / 30)); }
 
 }  // namespace morva

@@ -1,7 +1,9 @@
 #include "platform/application.h"
 
 #include <QApplication>
+#include <QIcon>
 #include <QKeyEvent>
+#include <QProxyStyle>
 #include <QTimer>
 #include <algorithm>
 #include <cstdlib>
@@ -85,8 +87,7 @@ class Gate : public QObject {
       event->setAccepted(event->type() != QEvent::Close);
       return true;
     }
-    if (event->type() == QEvent::ShortcutOverride &&
-        IsShortcutOf(*form->Native(), *static_cast<QKeyEvent*>(event))) {
+    if (event->type() == QEvent::ShortcutOverride && IsShortcutOf(*form->Native(), *static_cast<QKeyEvent*>(event))) {
       // A line edit would claim the key before the menu sees it.
       event->ignore();
       return true;
@@ -94,6 +95,30 @@ class Gate : public QObject {
     return false;
   }
 };
+
+// One look everywhere: the layouts are made for it to the pixel.
+class Style : public QProxyStyle {
+ public:
+  Style() : QProxyStyle("Fusion") {}
+
+  int pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const override {
+    if (metric == PM_ExclusiveIndicatorWidth || metric == PM_ExclusiveIndicatorHeight) return 12;
+    if (metric == PM_RadioButtonLabelSpacing) return 3;
+    return QProxyStyle::pixelMetric(metric, option, widget);
+  }
+
+  int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                QStyleHintReturn* answer) const override {
+    if (hint == SH_DialogButtonBox_ButtonsHaveIcons) return 0;
+    return QProxyStyle::styleHint(hint, option, widget, answer);
+  }
+};
+
+QIcon ProgramIcon() {
+  QIcon icon;
+  for (const int size : {16, 32, 48, 64, 128, 256}) icon.addFile(QString(":/pictures/icon-%1.png").arg(size));
+  return icon;
+}
 
 }  // namespace
 
@@ -125,12 +150,13 @@ class Application::Impl {
 Application::Application(int& argc, char** argv) {
   // Where a Wayland session lets no program place its windows, the X server beside it does.
   if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "xcb;wayland");
-  QApplication::setStyle("Fusion");
+  QApplication::setStyle(new Style);
   InitStoredFiles();
   impl_ = std::make_unique<Impl>(argc, argv);
   QApplication::setApplicationName("morva");
   QApplication::setDesktopFileName("morva");
   QApplication::setFont(ProgramFont());
+  QApplication::setWindowIcon(ProgramIcon());
   QApplication::setQuitOnLastWindowClosed(false);
 }
 
@@ -144,10 +170,8 @@ Application::~Application() {
 
 int Application::Run() { return LoadedForms().empty() ? 0 : QApplication::exec(); }
 
-void App::SetTitle(const std::string& title) {
-  TitleText() = title;
-  QGuiApplication::setApplicationDisplayName(QtText(title));
-}
+// Not the toolkit's display name: that would stand behind every window's caption.
+void App::SetTitle(const std::string& title) { TitleText() = title; }
 
 std::string App::Title() { return TitleText(); }
 

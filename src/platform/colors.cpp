@@ -10,7 +10,7 @@ namespace morva {
 namespace {
 
 // Text in the shadow colour must be readable on the button face, whichever way the desktop's scheme leans.
-QColor Shadow(const QColor& face) { return face.lightness() > 100 ? face.darker(185) : face.lighter(230); }
+QColor Shadow(const QColor& face) { return face.lightness() > 100 ? face.darker(210) : face.lighter(230); }
 
 }  // namespace
 
@@ -33,6 +33,8 @@ Color GetSysColor(int index) {
   }
 }
 
-Color Resolved(Color color) { return (color & 0x80000000U) != 0 ? GetSysColor(static_cast<int>(color & 0xFFU)) : color; }
+Color Resolved(Color color) {
+  return (color & 0x80000000U) != 0 ? GetSysColor(static_cast<int>(color & 0xFFU)) : color;
+}
 
 }  // namespace morva

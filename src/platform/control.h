@@ -33,10 +33,10 @@ class Control {
 
   Property<double> Left, Top, Width, Height;  ///< twips
   Property<bool> Visible{true};
-  Property<bool> Enabled{true};          ///< False greys the control and stops the user's input
-  Property<std::string> ToolTipText;     ///< also what a screen reader reads
-  std::string Tag;                       ///< free text
-  int Index = -1;                        ///< place in its control array
+  Property<bool> Enabled{true};       ///< False greys the control and stops the user's input
+  Property<std::string> ToolTipText;  ///< also what a screen reader reads
+  std::string Tag;                    ///< free text
+  int Index = -1;                     ///< place in its control array
 
   std::function<void()> Click, GotFocus;
   MouseHandler MouseDown, MouseMove;  ///< X and Y in twips within the control

@@ -1,7 +1,6 @@
 #include "platform/controls.h"
 
 #include <QButtonGroup>
-#include <QGroupBox>
 #include <QInputMethodEvent>
 #include <QKeyEvent>
 #include <QLabel>
@@ -49,6 +48,23 @@ class WrappingButton : public QPushButton {
     painter.drawText(rect().translated(pushed, pushed), Qt::AlignCenter | Qt::TextWordWrap | Qt::TextShowMnemonic,
                      caption);
   }
+};
+
+// A label whose one line is set narrower where it would be cut off.
+class FittingLabel : public QLabel {
+ public:
+  void Fit() {
+    constexpr int kNarrowest = 75;  // per cent
+    QFont fitted = font();
+    fitted.setStretch(QFont::AnyStretch);
+    const int needed = QFontMetrics(fitted).horizontalAdvance(text());
+    const bool one_line = height() < 2 * QFontMetrics(fitted).lineSpacing();
+    if (one_line && needed > width() && width() > 0) fitted.setStretch(std::max(kNarrowest, 99 * width() / needed));
+    setFont(fitted);
+  }
+
+ protected:
+  void resizeEvent(QResizeEvent* /*event*/) override { Fit(); }
 };
 
 class InputLine : public QLineEdit {
@@ -104,6 +120,28 @@ class Canvas : public QFrame {
   QPixmap picture_;
   QSize size_;
   bool changed_ = true;
+};
+
+// A box round other controls, its title standing in its upper edge.
+class TitledBox : public QWidget {
+ public:
+  QString title;
+
+ protected:
+  void paintEvent(QPaintEvent* /*event*/) override {
+    const QFontMetrics metrics(font());
+    const QRect box = rect().adjusted(0, metrics.height() / 2, -1, -1);
+    const QRect text(8, 0, metrics.horizontalAdvance(title) + 6, metrics.height());
+    QPainter painter(this);
+    painter.setClipRegion(QRegion(rect()) - text);
+    painter.setPen(palette().color(QPalette::Light));
+    painter.drawRect(box.adjusted(1, 1, 0, 0));
+    painter.setPen(palette().color(QPalette::Mid));
+    painter.drawRect(box.adjusted(0, 0, -1, -1));
+    painter.setClipping(false);
+    painter.setPen(palette().color(QPalette::WindowText));
+    painter.drawText(text, Qt::AlignCenter, title);
+  }
 };
 
 class ImageWidget : public QWidget {
@@ -172,19 +210,29 @@ OptionButton::OptionButton() : Control(std::make_unique<QRadioButton>()) {
   });
 }
 
-Frame::Frame() : Control(std::make_unique<QGroupBox>()) {
-  Caption.assigned = [this] { As<QGroupBox>(*this).setTitle(QtText(Caption())); };
+Frame::Frame() : Control(std::make_unique<TitledBox>()) {
+  Caption.assigned = [this] {
+    As<TitledBox>(*this).title = QtText(Caption());
+    Native()->setAccessibleName(QtText(Caption()));
+    Native()->update();
+  };
 }
 
-Label::Label() : Control(std::make_unique<QLabel>()) {
+Label::Label() : Control(std::make_unique<FittingLabel>()) {
   auto& label = As<QLabel>(*this);
   label.setTextFormat(Qt::PlainText);
   label.setAlignment(Qt::AlignLeft | Qt::AlignTop);
   label.setWordWrap(true);
   Tint(label, QPalette::WindowText, ForeColor());
-  Caption.assigned = [this] { As<QLabel>(*this).setText(QtText(Caption())); };
+  Caption.assigned = [this] {
+    As<QLabel>(*this).setText(QtText(Caption()));
+    As<FittingLabel>(*this).Fit();
+  };
   ForeColor.assigned = [this] { Tint(As<QLabel>(*this), QPalette::WindowText, ForeColor()); };
-  FontBold.assigned = FontSize.assigned = [this] { As<QLabel>(*this).setFont(ProgramFont(FontSize(), FontBold())); };
+  FontBold.assigned = FontSize.assigned = [this] {
+    As<QLabel>(*this).setFont(ProgramFont(FontSize(), FontBold()));
+    As<FittingLabel>(*this).Fit();
+  };
   TextAlignment.assigned = [this] {
     As<QLabel>(*this).setAlignment((TextAlignment() == Alignment::kCenter ? Qt::AlignHCenter : Qt::AlignLeft) |
                                    Qt::AlignTop);

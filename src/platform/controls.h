@@ -58,8 +58,8 @@ class Label : public Control {
 class TextBox : public Control {
  public:
   TextBox();
-  Property<std::string> Text;                ///< UTF-8
-  Property<int> SelStart, SelLength;         ///< characters; assigning SelStart puts the cursor there
+  Property<std::string> Text;                  ///< UTF-8
+  Property<int> SelStart, SelLength;           ///< characters; assigning SelStart puts the cursor there
   std::function<void(int KeyAscii)> KeyPress;  ///< each key with a character, before the text takes it; Enter as 13
   void SetLayoutText(const std::string& text) override { Text = text; }
 
@@ -89,7 +89,7 @@ class PictureBox : public Control, public Surface {
   enum class Border { kNone, kSunken };
   explicit PictureBox(Border border = Border::kSunken);
   Property<Color> BackColor{kButtonFace};
-  Property<std::string> Picture;         ///< name of a stored picture; the control takes the picture's size
+  Property<std::string> Picture;  ///< name of a stored picture; the control takes the picture's size
   void SetLayoutText(const std::string& text) override { Picture = text; }
 };
 

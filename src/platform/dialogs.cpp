@@ -4,14 +4,19 @@
 #include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
+#include <QGridLayout>
 #include <QMessageBox>
 #include <QStandardPaths>
+#include <algorithm>
 
 #include "platform/qt_values.h"
+#include "platform/registry.h"
 
 namespace morva {
 
 namespace {
+
+constexpr int kNarrowestBox = 220;  // pixels
 
 QMessageBox::Icon IconOf(MsgBoxIcon icon) {
   switch (icon) {
@@ -30,8 +35,18 @@ QString StartFolder(const std::string& wanted) {
   return QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
 }
 
+// A box belongs to the window that the user works in, and where that is another program's, to our main one.
+QWidget* Parent() {
+  if (QWidget* active = QApplication::activeWindow()) return active;
+  const QWidgetList windows = QApplication::topLevelWidgets();
+  const auto ours = std::find_if(windows.begin(), windows.end(), [](const QWidget* window) {
+    return FormOf(window) != nullptr && window->isVisible() && window->windowType() == Qt::Window;
+  });
+  return ours == windows.end() ? nullptr : *ours;
+}
+
 bool Ask(CommonDialog& settings, QFileDialog::AcceptMode mode) {
-  QFileDialog dialog(QApplication::activeWindow(), QtText(settings.DialogTitle), StartFolder(settings.InitDir));
+  QFileDialog dialog(Parent(), QtText(settings.DialogTitle), StartFolder(settings.InitDir));
   dialog.setAcceptMode(mode);
   dialog.setFileMode(QFileDialog::AnyFile);
   dialog.setNameFilter(QtText(settings.Filter).section('|', 0, 0));
@@ -48,7 +63,7 @@ bool Ask(CommonDialog& settings, QFileDialog::AcceptMode mode) {
 }  // namespace
 
 MsgBoxResult MsgBox(const std::string& text, const std::string& title, MsgBoxButtons buttons, MsgBoxIcon icon) {
-  QMessageBox box(QApplication::activeWindow());
+  QMessageBox box(Parent());
   box.setTextFormat(Qt::PlainText);
   box.setText(QtText(text));
   box.setWindowTitle(QtText(title));
@@ -57,6 +72,9 @@ MsgBoxResult MsgBox(const std::string& text, const std::string& title, MsgBoxBut
                                                        : QMessageBox::Yes | QMessageBox::No);
   if (buttons == MsgBoxButtons::kYesNo) box.setEscapeButton(QMessageBox::No);
   box.setWindowFlag(Qt::WindowStaysOnTopHint);
+  // Wide enough for its title.
+  auto* grid = qobject_cast<QGridLayout*>(box.layout());
+  grid->addItem(new QSpacerItem(kNarrowestBox, 0), grid->rowCount(), 0, 1, grid->columnCount());
   switch (box.exec()) {
     case QMessageBox::Yes:
       return MsgBoxResult::kYes;

@@ -1,5 +1,7 @@
 #include "platform/form.h"
 
+#include <qdrawutil.h>
+
 #include <QApplication>
 #include <QCloseEvent>
 #include <QIcon>
@@ -20,12 +22,6 @@
 namespace morva {
 
 namespace {
-
-QIcon ProgramIcon() {
-  QIcon icon;
-  for (const int size : {16, 32, 48, 64, 128, 256}) icon.addFile(QString(":/pictures/icon-%1.png").arg(size));
-  return icon;
-}
 
 Qt::WindowFlags FlagsOf(const FormStyle& style) {
   if (style.round) {
@@ -52,13 +48,15 @@ bool OnAnyScreen(const QRect& place) {
 
 }  // namespace
 
+// A dialog that the window manager draws no frame for has this one of its own, in pixels.
+constexpr int kOwnFrame = 3;
+
 // The window in the toolkit: a menu bar where there is a menu, the client area below it.
 class Form::Native_ : public QWidget {
  public:
   Native_(Form& form, const FormStyle& style) : QWidget(nullptr, FlagsOf(style)), form_(form), style_(style) {
     client_.setMouseTracking(true);
     client_.installEventFilter(this);
-    if (style.icon) setWindowIcon(ProgramIcon());
     if (style.round) setAttribute(Qt::WA_ShowWithoutActivating);
     activation_.setSingleShot(true);
     connect(&activation_, &QTimer::timeout, [this] { Activated(); });
@@ -67,14 +65,16 @@ class Form::Native_ : public QWidget {
   void LayClient() {
     const int bar = BarHeight();
     if (bar_ != nullptr) bar_->setGeometry(0, 0, width(), bar);
-    client_.setGeometry(0, bar, width(), height() - bar);
+    client_.setGeometry(rect().adjusted(Edge(), Edge() + bar, -Edge(), -Edge()));
   }
+
+  int Edge() const { return style_.frame == FormStyle::Frame::kFixed && !style_.title_bar ? kOwnFrame : 0; }
 
   int BarHeight() const { return bar_ == nullptr ? 0 : bar_->sizeHint().height(); }
 
   // Sets the client area, and with it what the user may do to the size.
   void SizeClient(QSize client) {
-    const QSize whole = client + QSize(0, BarHeight());
+    const QSize whole = client + QSize(2 * Edge(), 2 * Edge() + BarHeight());
     switch (style_.frame) {
       case FormStyle::Frame::kSizable:
         setMinimumSize(whole / 3);
@@ -117,7 +117,7 @@ class Form::Native_ : public QWidget {
 
   // A window that is placed off every screen is out of sight, whatever the window manager thinks of such places.
   void ShowWhereSeen() {
-    const bool seen = wanted_ && OnAnyScreen({Corner(), frameGeometry().size()});
+    const bool seen = wanted_ && OnAnyScreen({place_, frameGeometry().size()});
     if (seen == isVisible()) return;
     setVisible(seen);
     // Some window managers hand the activation to another window; the program's own order of steps relies on it.
@@ -163,6 +163,12 @@ class Form::Native_ : public QWidget {
   bool loading_ = true;
 
  protected:
+  void paintEvent(QPaintEvent* /*event*/) override {
+    if (Edge() == 0) return;
+    QPainter painter(this);
+    qDrawWinPanel(&painter, rect(), palette());
+  }
+
   void resizeEvent(QResizeEvent* /*event*/) override {
     LayClient();
     if (!loading_) form_.Form_Resize();
@@ -255,12 +261,8 @@ Form::Form(const FormStyle& style) : native_(std::make_unique<Native_>(*this, st
   Height.read = [this] { return native_->frameGeometry().height() * 1.0 * kTwipsPerPixel; };
   ScaleWidth.read = [this] { return native_->client_.width() * 1.0 * kTwipsPerPixel; };
   ScaleHeight.read = [this] { return native_->client_.height() * 1.0 * kTwipsPerPixel; };
-  ScaleWidth.assigned = [this] {
-    native_->SizeClient({ToPixels(ScaleWidth.Assigned()), native_->client_.height()});
-  };
-  ScaleHeight.assigned = [this] {
-    native_->SizeClient({native_->client_.width(), ToPixels(ScaleHeight.Assigned())});
-  };
+  ScaleWidth.assigned = [this] { native_->SizeClient({ToPixels(ScaleWidth.Assigned()), native_->client_.height()}); };
+  ScaleHeight.assigned = [this] { native_->SizeClient({native_->client_.width(), ToPixels(ScaleHeight.Assigned())}); };
   Enabled.assigned = [this] {
     if (Enabled()) return;
     Drag::Abandon(*this);

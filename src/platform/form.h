@@ -26,8 +26,7 @@ struct FormStyle {
   bool on_task_bar = false;
   bool title_bar = true;
   enum class Start { kCentred, kByCode } start = Start::kCentred;
-  bool icon = false;       ///< the program's icon
-  bool round = false;      ///< an ellipse that fills the client area; the window manager takes no part in it
+  bool round = false;        ///< an ellipse that fills the client area; the window manager takes no part in it
   double left = 0, top = 0;  ///< with Start::kByCode: twips on the screen
 };
 
@@ -50,10 +49,10 @@ class Form {
   virtual ~Form();
 
   Property<std::string> Caption;
-  Property<double> Left, Top;             ///< twips on the screen; a place off every screen puts it out of sight
-  Property<double> Width, Height;         ///< outer size, twips; read only
+  Property<double> Left, Top;                ///< twips on the screen; a place off every screen puts it out of sight
+  Property<double> Width, Height;            ///< outer size, twips; read only
   Property<double> ScaleWidth, ScaleHeight;  ///< client area, twips
-  Property<bool> Enabled{true};           ///< False stops the user's input, and nothing else: no grey, no stopped timer
+  Property<bool> Enabled{true};  ///< False stops the user's input, and nothing else: no grey, no stopped timer
   Property<Color> BackColor{kButtonFace};
   std::string Tag;
 
@@ -88,8 +87,8 @@ class Form {
   void TabOrder(const std::vector<Control*>& order);
   void SetMenu(std::initializer_list<Menu::Row> rows);
   void SetPicture(const std::string& name);  ///< a stored picture as the background
-  void DefaultButton(Control& button);  ///< Enter clicks it, unless another button has the focus
-  void CancelButton(Control& button);   ///< Escape clicks it
+  void DefaultButton(Control& button);       ///< Enter clicks it, unless another button has the focus
+  void CancelButton(Control& button);        ///< Escape clicks it
 
  private:
   friend class Control;

@@ -46,7 +46,8 @@ void Draw(QPainter& painter, const Stroke& stroke) {
 }
 
 QImage Render(const Key& key) {
-  const QSize size(static_cast<int>(std::ceil(key.width * key.scale)), static_cast<int>(std::ceil(key.height * key.scale)));
+  const QSize size(static_cast<int>(std::ceil(key.width * key.scale)),
+                   static_cast<int>(std::ceil(key.height * key.scale)));
   const QRgb background = QtColor(key.background).rgb();
   QImage large(size * kOversampling, QImage::Format_RGB32);
   large.fill(background);

@@ -10,7 +10,9 @@
 
 namespace morva {
 
-inline QString QtText(const std::string& text) { return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())); }
+inline QString QtText(const std::string& text) {
+  return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+}
 
 inline std::string StdText(const QString& text) { return text.toStdString(); }
 

@@ -13,7 +13,7 @@ class Timer {
  public:
   explicit Timer(int interval_ms = 0);
   ~Timer();
-  Property<int> Interval;       ///< milliseconds; 0 stops it; assigning starts the interval afresh
+  Property<int> Interval;  ///< milliseconds; 0 stops it; assigning starts the interval afresh
   Property<bool> Enabled{true};
   std::function<void()> Tick;
 

@@ -11,8 +11,7 @@ FrmChess::FrmChess()
                   .scale_width = 6720,
                   .scale_height = 8085,
                   .minimise_box = true,
-                  .on_task_bar = true,
-                  .icon = true}) {
+                  .on_task_bar = true}) {
   LayOut();
   ConnectEvents();
 }
@@ -161,7 +160,9 @@ void FrmChess::AddHistoryLine(const std::string& text, std::int32_t data) {
   }
 }
 
-void FrmChess::highlight(const std::string& turn) { frmToolWindow->highlight(turn); }
+void FrmChess::highlight(const std::string& turn) {
+  frmToolWindow->highlight(turn);
+}
 
 void FrmChess::ShowNicks() {
   frmToolWindow->lblOpNick.Caption = OpNick;
@@ -170,12 +171,20 @@ void FrmChess::ShowNicks() {
   }
 }
 
-void FrmChess::ClearHistory() { frmToolWindow->lstHist.Clear(); }
+void FrmChess::ClearHistory() {
+  frmToolWindow->lstHist.Clear();
+}
 
-void FrmChess::SaveGame() { mnuSaveGame.Click(); }
+void FrmChess::SaveGame() {
+  mnuSaveGame.Click();
+}
 
-bool FrmChess::AcceptsMessages() const { return mnuAcceptMessages.Checked(); }
+bool FrmChess::AcceptsMessages() const {
+  return mnuAcceptMessages.Checked();
+}
 
-void ToggleChecked(Menu& item) { item.Checked = !item.Checked(); }
+void ToggleChecked(Menu& item) {
+  item.Checked = !item.Checked();
+}
 
 }  // namespace morva

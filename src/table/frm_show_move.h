@@ -10,9 +10,9 @@ class FrmShowMove : public Form {
  public:
   FrmShowMove();
 
-  int Step = 0;            ///< ticks so far
-  int X1 = 0, X2 = 0;      ///< Left at the start and at the end, twips on the screen
-  int Y1 = 0, Y2 = 0;      ///< Top at the start and at the end
+  int Step = 0;        ///< ticks so far
+  int X1 = 0, X2 = 0;  ///< Left at the start and at the end, twips on the screen
+  int Y1 = 0, Y2 = 0;  ///< Top at the start and at the end
 
  private:
   void hundredth_Timer();

@@ -12,8 +12,7 @@ FrmToolWindow::FrmToolWindow()
             .scale_width = 3240,
             .scale_height = 3570,
             .close_box = false,
-            .start = FormStyle::Start::kByCode,
-            .icon = true}) {
+            .start = FormStyle::Start::kByCode}) {
   Place({
       {"picContain", picContain, 0, 0, 15000, 1545},
       {"rshape", rshape, 0, 1095, 375, 375, "", &picContain},

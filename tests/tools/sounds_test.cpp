@@ -70,9 +70,7 @@ double rms(const Samples& samples) {
   return std::sqrt(std::inner_product(samples.begin(), samples.end(), samples.begin(), 0.0) / std::size(samples));
 }
 
-double decibels(double ratio) {
-  return 20 * std::log10(ratio);
-}
+double decibels(double ratio) { return 20 * std::log10(ratio); }
 
 // The strongest pitch from `low` up to `high`, to an eighth of a semitone.
 double strongestPitch(const Wave& wave, double from, double to, double low, double high) {

@@ -1,0 +1,205 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <QAbstractButton>
+#include <QMessageBox>
+#include <QTcpServer>
+#include <QTcpSocket>
+#include <QTimer>
+#include <QWindow>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "net/frm_control.h"
+#include "net/frm_splash.h"
+#include "net/frm_welcome.h"
+#include "net/wire.h"
+#include "platform/application.h"
+#include "table/frm_change.h"
+#include "table/frm_chess.h"
+#include "table/frm_show_move.h"
+#include "table/frm_tool_window.h"
+#include "tests/support.h"
+
+namespace morva {
+
+using Lines = std::vector<std::string>;
+
+/// What the user does with the boxes that come up: notes each as "title|text|icon", and presses the button.
+class BoxUser {
+ public:
+  explicit BoxUser(QMessageBox::StandardButton answer = QMessageBox::Ok, std::function<void()> meanwhile = {})
+      : answer_(answer), meanwhile_(std::move(meanwhile)) {
+    QObject::connect(&clock_, &QTimer::timeout, [this] { Answer(); });
+    clock_.start(5);
+  }
+  Lines boxes;
+
+ private:
+  void Answer() {
+    auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+    if (box == nullptr) return;
+    boxes.push_back((box->windowTitle() + "|" + box->text() + "|" + QString::number(box->icon())).toStdString());
+    EXPECT_EQ(box->textFormat(), Qt::PlainText);
+    if (meanwhile_) meanwhile_();
+    box->button(answer_)->click();
+  }
+
+  QMessageBox::StandardButton answer_;
+  std::function<void()> meanwhile_;
+  QTimer clock_;
+};
+
+/// The whole program at one end of the line, the test's own socket at the other.
+class GameTest : public testing::Test {
+ protected:
+  void TearDown() override {
+    if (frmControl.Loaded()) frmControl->tcp.Closed = [] {};
+    if (peer_) peer_->abort();
+    server_.close();
+    QTest::qWait(1);
+    Unload(frmChange);
+    Unload(frmShowMove);
+    Unload(frmChess);
+    Unload(frmControl);
+    Unload(frmWelcome);
+    Unload(frmSplash);
+    QTest::qWait(1);
+  }
+
+  /// "Ann" sits here and goes the guest's way, as far as she gets alone.
+  void GoAsGuest() {
+    frmWelcome->txtHost.Text = "127.0.0.1";
+    frmWelcome->txtNick.Text = "Ann";
+    frmControl->Show();
+    CatchTheEnd();
+  }
+
+  void GoAsHost() {
+    frmWelcome->txtNick.Text = "Ann";
+    frmWelcome->rdoHost.Value = true;
+    frmControl->Show();
+    CatchTheEnd();
+  }
+
+  /// Ann comes in as guest; the peer has not said a word.
+  void Join() {
+    ASSERT_TRUE(server_.listen(QHostAddress::LocalHost, kPort)) << "port 2948 is taken";
+    GoAsGuest();
+    ASSERT_TRUE(Await([this] { return server_.hasPendingConnections(); }));
+    peer_.reset(server_.nextPendingConnection());
+    peer_->setParent(nullptr);
+    ASSERT_TRUE(Await([] { return frmChess.Loaded(); }));
+  }
+
+  /// Ann hosts, and the peer has connected without a word.
+  void Host() {
+    GoAsHost();
+    peer_ = std::make_unique<QTcpSocket>();
+    peer_->connectToHost(QHostAddress::LocalHost, kPort);
+    ASSERT_TRUE(Await([this] { return peer_->state() == QAbstractSocket::ConnectedState; }));
+  }
+
+  /// Ann plays as guest with Bob, who hosts; without sounds.
+  void Sit() {
+    Join();
+    ASSERT_FALSE(HasFatalFailure());
+    frmChess->mnuPlaySounds.Checked = false;
+    Tell("2Bob");
+    ASSERT_TRUE(QTest::qWaitForWindowActive(frmChess->Native()));
+    EXPECT_EQ(Sent(), "2Ann");
+  }
+
+  /// What has been sent since the last call.
+  std::string Sent() {
+    frmControl->tcp.SendData("#");
+    std::string sent;
+    EXPECT_TRUE(Await([&] { return (sent += peer_->readAll().toStdString()).ends_with("#"); })) << sent;
+    return sent.substr(0, sent.size() - 1);
+  }
+
+  /// One write of the peer.
+  void Send(const std::string& bytes) {
+    peer_->write(bytes.data(), static_cast<qint64>(bytes.size()));
+    peer_->flush();
+  }
+
+  /// Hands a message to the game, past the wire.
+  static void Tell(const std::string& message) { frmControl->tcp.Message(message); }
+
+  /// The squares with something on them as letters, the others as dots.
+  static std::string Board() {
+    std::string line = frmChess->BoardLine();
+    for (std::size_t i = 0; i < line.size(); ++i) {
+      if (frmChess->squ(static_cast<int>(i)).Tag == "0") line[i] = '.';
+    }
+    return line;
+  }
+
+  /// The history, each line with its number.
+  static Lines History() {
+    ListBox& list = frmToolWindow->lstHist;
+    Lines lines;
+    for (int i = 0; i < list.ListCount(); ++i) {
+      lines.push_back(list.List(i) + " #" + std::to_string(list.ItemData(i)));
+    }
+    return lines;
+  }
+
+  /// "me" or "you"; "neither" where the labels don't agree.
+  static std::string Turn() {
+    FrmToolWindow& tools = *frmToolWindow;
+    const bool me = tools.lblNick.FontBold();
+    const bool agreed = tools.lblOpNick.FontBold() != me && tools.lbl3D(0).Visible() == me &&
+                        tools.lbl3D(1).Visible() == me &&
+                        tools.lblNick.ForeColor() == (me ? kRed : kButtonShadow);
+    return agreed ? me ? "me" : "you" : "neither";
+  }
+
+  /// The place of a square in the pixels of the main window: its middle, or a way from there.
+  static QPoint At(int square, QPoint way = {}) {
+    const QWidget* widget = frmChess->squ(square).Native();
+    return widget->mapTo(frmChess->Native(), widget->rect().center() + way);
+  }
+
+  static QWindow* MainWindow() { return frmChess->Native()->windowHandle(); }
+
+  static void Drag(int from, int too) {
+    QTest::mousePress(MainWindow(), Qt::LeftButton, {}, At(from));
+    QTest::mouseMove(MainWindow(), At(too));
+    QTest::mouseRelease(MainWindow(), Qt::LeftButton, {}, At(too));
+  }
+
+  static Control* Focused() {
+    for (Control* control : {static_cast<Control*>(&frmChess->txtIn), static_cast<Control*>(&frmChess->txtOut)}) {
+      if (frmChess->Native()->focusWidget() == control->Native()) return control;
+    }
+    return nullptr;
+  }
+
+  QTcpServer server_;
+  std::unique_ptr<QTcpSocket> peer_;
+  int ended_ = 0;  ///< how often the program would have ended
+
+ private:
+  // The end of the program is an exception here, which must not go through the toolkit.
+  void CatchTheEnd() {
+    for (auto* end : {&frmControl->tcp.Closed, &frmControl->cmdCancel.Click}) {
+      *end = [this, inner = *end] {
+        try {
+          inner();
+        } catch (const Ended&) {
+          ++ended_;
+        }
+      };
+    }
+  }
+};
+
+inline const std::string kStart = "fhgjighfeeeeeeee" + std::string(32, '.') + "ooooooooprqtsqrp";
+inline const std::string kCheckersStart =
+    ".k.k.k.kk.k.k.k..k.k.k.k" + std::string(16, '.') + "u.u.u.u..u.u.u.uu.u.u.u.";
+
+}  // namespace morva

@@ -1,0 +1,210 @@
+#include "platform/controls.h"
+
+#include <gtest/gtest.h>
+
+#include <QAbstractItemView>
+#include <QHelpEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QScrollBar>
+#include <QTextDocumentFragment>
+#include <QToolTip>
+
+#include "platform/form.h"
+#include "platform/qt_values.h"
+#include "tests/support.h"
+
+namespace morva {
+namespace {
+
+struct ControlForm : Form {
+  ControlForm() : Form({.scale_width = 9000, .scale_height = 6000}) {
+    Place({{"label", label, 0, 0, 6000, 300},
+           {"box", box, 0, 300, 6000, 300},
+           {"log", log, 0, 600, 6000, 1500},
+           {"list", list, 0, 2100, 6000, 1500},
+           {"frame", frame, 6000, 0, 3000, 3000, "Frame"},
+           {"one(1)", one(1), 0, 3600, 1500, 300, "1"},
+           {"one(2)", one(2), 1500, 3600, 1500, 300, "2"},
+           {"two(0)", two(0), 100, 300, 1500, 300, "0", &frame},
+           {"two(1)", two(1), 100, 600, 1500, 300, "1", &frame}});
+  }
+  Label label;
+  TextBox box;
+  TextLog log;
+  ListBox list;
+  Frame frame;
+  ControlArray<OptionButton, 2, 1> one;
+  ControlArray<OptionButton, 2> two;
+};
+
+class Controls : public testing::Test {
+ protected:
+  void SetUp() override {
+    form_.Show();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(form_.Native()));
+  }
+  ControlForm form_;
+};
+
+/// How far to the right something other than the background is drawn.
+int Ink(QWidget* widget) {
+  const QImage image = widget->grab().toImage();
+  int right = 0;
+  for (int y = 4; y < 16; ++y) {
+    for (int x = 0; x < image.width() - 30; ++x) {
+      if (image.pixel(x, y) != image.pixel(image.width() - 30, y)) right = std::max(right, x);
+    }
+  }
+  return right;
+}
+
+const char* const kNasty[] = {"<b>x</b>", "a&b", "&lt;i&gt; &amp;", "<img src='x'>", "two  blanks"};
+
+TEST_F(Controls, ShowTextAsItStands) {
+  const QFontMetrics metrics(ProgramFont());
+  for (const char* text : kNasty) {
+    form_.label.Caption = text;
+    EXPECT_NEAR(Ink(form_.label.Native()), metrics.horizontalAdvance(text), 5) << text;
+    form_.list.Clear();
+    form_.list.AddItem(text);
+    QTest::qWait(1);
+    EXPECT_NEAR(Ink(static_cast<QAbstractScrollArea*>(form_.list.Native())->viewport()),
+                metrics.horizontalAdvance(text), 8)
+        << text;
+    form_.log.Text = "";
+    form_.log.Append(text);
+    EXPECT_EQ(static_cast<QPlainTextEdit*>(form_.log.Native())->toPlainText(), text);
+    form_.box.Text = text;
+    EXPECT_EQ(static_cast<QLineEdit*>(form_.box.Native())->displayText(), text);
+  }
+}
+
+TEST_F(Controls, ShowToolTipsAsTheyStand) {
+  const auto shown = [](QWidget* widget) {
+    const QPoint middle(10, 10);
+    QHelpEvent help(QEvent::ToolTip, middle, widget->mapToGlobal(middle));
+    QApplication::sendEvent(widget, &help);
+    QString tip = QToolTip::text();
+    QToolTip::hideText();
+    EXPECT_TRUE(Await([] { return !QToolTip::isVisible(); }));
+    return Qt::mightBeRichText(tip) ? QTextDocumentFragment::fromHtml(tip).toPlainText() : tip;
+  };
+  for (const char* text : kNasty) {
+    form_.label.ToolTipText = text;
+    EXPECT_EQ(shown(form_.label.Native()), text);
+    form_.list.Clear();
+    form_.list.AddItem(text);
+    QTest::qWait(1);
+    EXPECT_EQ(shown(static_cast<QAbstractScrollArea*>(form_.list.Native())->viewport()), text);
+  }
+}
+
+TEST_F(Controls, OptionButtonsOfOneContainerAreOneGroup) {
+  std::string clicked;
+  for (OptionButton& button : form_.one) {
+    button.Click = [&clicked, &button] { clicked += std::to_string(button.Index); };
+  }
+  const auto values = [this] {
+    std::string text;
+    for (const bool value : {form_.one(1).Value(), form_.one(2).Value(), form_.two(0).Value(), form_.two(1).Value()}) {
+      text += value ? '1' : '0';
+    }
+    return text;
+  };
+  EXPECT_EQ(values(), "0000");
+  form_.one(2).Value = true;
+  form_.two(1).Value = true;
+  EXPECT_EQ(values(), "0101");
+  QTest::mouseClick(form_.one(1).Native(), Qt::LeftButton, {}, QPoint(8, 10));
+  form_.two(0).Value = true;
+  EXPECT_EQ(values(), "1010");
+  EXPECT_EQ(clicked, "21");
+  EXPECT_THROW(form_.one(0), std::out_of_range);
+  EXPECT_THROW(form_.one(3), std::out_of_range);
+}
+
+TEST_F(Controls, TextBoxesHaveNoLimitAndTellEachKeyBeforeTheText) {
+  TextBox& box = form_.box;
+  std::string told;
+  box.KeyPress = [&](int key) { told += std::to_string(key) + "(" + box.Text() + ") "; };
+  QTest::keyClicks(box.Native(), "a ");
+  QTest::keyClick(box.Native(), Qt::Key_Backspace);
+  QTest::keyClick(box.Native(), Qt::Key_Left);
+  EXPECT_EQ(told, "97() 32(a) 8(a ) ");
+  const std::string longest(100000, 'x');
+  box.Text = longest;
+  EXPECT_EQ(static_cast<QLineEdit*>(box.Native())->text().size(), 100000);
+  EXPECT_EQ(box.Text(), longest);
+  box.Text = "J\xC3\xB6rg";
+  box.SelStart = 1;
+  EXPECT_TRUE(box.SelStart() == 1 && box.SelLength() == 0);
+  box.SelLength = 2;
+  EXPECT_EQ(static_cast<QLineEdit*>(box.Native())->selectedText(), "\xC3\xB6r");
+  EXPECT_TRUE(box.SelStart() == 1 && box.SelLength() == 2);
+}
+
+TEST_F(Controls, ListsHoldAHundredThousandLines) {
+  ListBox& list = form_.list;
+  auto* view = static_cast<QAbstractItemView*>(list.Native());
+  QElapsedTimer clock;
+  clock.start();
+  for (int line = 0; line < 100000; ++line) {
+    list.AddItem("line " + std::to_string(line));
+    list.ListIndex = list.ListCount() - 1;
+    list.ItemData(list.ListIndex()) = 3 * line;
+    if (line % 1000 == 0) QCoreApplication::processEvents();
+  }
+  QTest::qWait(1);
+  EXPECT_LT(clock.elapsed(), 20000);
+  EXPECT_TRUE(list.ListCount() == 100000 && list.ListIndex() == 99999 && view->currentIndex().row() == 99999);
+  EXPECT_EQ(list.List(77777), "line 77777");
+  EXPECT_EQ(list.ItemData(77777), 3 * 77777);
+  EXPECT_EQ(view->verticalScrollBar()->value(), view->verticalScrollBar()->maximum());
+  EXPECT_THROW(list.List(100000), std::out_of_range);
+
+  list.ListIndex = 50000;
+  QTest::qWait(1);
+  const QRect shown = view->visualRect(view->currentIndex());
+  EXPECT_TRUE(view->viewport()->rect().contains(shown.center()));
+  QTest::mouseClick(view->viewport(), Qt::LeftButton, {}, shown.center() - QPoint(0, shown.height()));
+  EXPECT_EQ(list.ListIndex(), 49999);
+  list.AddItem("one more");
+  list.Clear();
+  EXPECT_TRUE(list.ListCount() == 0 && list.ListIndex() == -1);
+  QTest::qWait(1);
+  EXPECT_EQ(view->model()->rowCount(), 0);
+  list.AddItem("anew");
+  list.ListIndex = 0;
+  QTest::qWait(1);
+  EXPECT_EQ(view->currentIndex().data().toString(), "anew");
+}
+
+TEST_F(Controls, LogsHoldAHundredThousandLinesAndShowTheirEnd) {
+  TextLog& log = form_.log;
+  auto* view = static_cast<QPlainTextEdit*>(log.Native());
+  std::string all;
+  QElapsedTimer clock;
+  clock.start();
+  for (int line = 0; line < 100000; ++line) {
+    const std::string more = "\r\n<Bob>  line " + std::to_string(line);
+    log.Append(more);
+    log.SelStart = TextLog::kEnd;
+    all += more;
+    if (line % 1000 == 0) QCoreApplication::processEvents();
+  }
+  EXPECT_LT(clock.elapsed(), 40000);
+  EXPECT_TRUE(log.Text() == all);
+  EXPECT_EQ(view->document()->blockCount(), 100001);
+  EXPECT_EQ(view->document()->firstBlock().text(), "");
+  EXPECT_EQ(view->document()->lastBlock().text(), "<Bob>  line 99999");
+  EXPECT_EQ(view->verticalScrollBar()->value(), view->verticalScrollBar()->maximum());
+  QTest::keyClicks(view, "typed");
+  EXPECT_TRUE(log.Text() == all && view->document()->lastBlock().text() == "<Bob>  line 99999");
+  log.Text = "";
+  EXPECT_TRUE(view->toPlainText().isEmpty() && log.Text().empty());
+}
+
+}  // namespace
+}  // namespace morva
