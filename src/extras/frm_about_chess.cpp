@@ -12,8 +12,7 @@ namespace {
 
 constexpr char kThanks[] =
     "Thanks to everybody who has ever set up a board for two and left a chair free.\n\n"
-    "Thanks to the patient ones who tried it when it dropped moves, to all who lent an ear to its sounds, and to you, "
-    "for the next game.";
+    "Thanks to all who tried it, to all who lent an ear to its sounds, and to you, for the next game.";
 
 // It begins with a blank, because the program's name stands before it.
 constexpr char kLegalNotice[] =

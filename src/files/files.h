@@ -11,9 +11,11 @@ void ConnectFileMenus(FrmChess& window);
 /// Asks for a name and writes the board there, as it is once the name is given: a file of one line of 64 letters.
 void mnuSaveGame_Click(FrmChess& window);
 
-/// Asks for a game file and puts its first line on the board here and, by a message, on the other side's. Where the
-/// line is too short, the squares before its end change, and nothing is sent.
+/// Asks for a game file and opens it.
 void mnuOpenGame_Click(FrmChess& window);
+/// Puts the first line of a file on the board here and, by a message, on the other side's. Where the line is too short,
+/// the squares before its end change, and nothing is sent.
+void OpenGame(FrmChess& window, const std::string& name);
 
 /// Asks for a name and writes the chat log there, UTF-8.
 void mnuSaveChat_Click(FrmChess& window);

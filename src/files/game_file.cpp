@@ -39,9 +39,12 @@ void mnuOpenGame_Click(FrmChess& window) {
   dialog.DialogTitle = "Open Game";
   dialog.Filter = kFilter;
   dialog.Flags = kHideReadOnly | kLongNames;
-  if (!dialog.ShowOpen()) return;
+  if (dialog.ShowOpen()) OpenGame(window, dialog.FileName);
+}
+
+void OpenGame(FrmChess& window, const std::string& name) {
   // The other side drops a message that is longer.
-  const auto file = ReadFile(dialog.FileName, MessageReader::kMaxMessage - BoardMessage("").size());
+  const auto file = ReadFile(name, MessageReader::kMaxMessage - BoardMessage("").size());
   if (!file) return;
   const std::string_view line = FirstLine(*file);
   for (std::size_t i = 0; i < kSquares; ++i) {

@@ -16,7 +16,10 @@ SquarePainter::SquarePainter(const FormStyle& style) : Form(style) {
 }
 
 void SquarePainter::PlaceSquares() {
-  for (int i = 0; i < 64; ++i) Place({{"squ", squ(i), 840.0 * (i % 8), 840.0 * (i / 8), 845, 845}});
+  for (int i = 0; i < 64; ++i) {
+    const int row = i / 8;
+    Place({{"squ", squ(i), 840.0 * (i % 8), 840.0 * row, 845, 845}});
+  }
 }
 
 void SquarePainter::drawmove(int i, Color c) {

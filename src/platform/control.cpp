@@ -70,7 +70,7 @@ Control::Control(std::unique_ptr<QWidget> widget)
   Visible.assigned = [this] { widget_->setVisible(Visible()); };
   Enabled.assigned = [this] { widget_->setEnabled(Enabled()); };
   ToolTipText.assigned = [this] {
-    widget_->setToolTip(QtText(ToolTipText()).toHtmlEscaped());
+    widget_->setToolTip(TipText(ToolTipText()));
     widget_->setAccessibleDescription(QtText(ToolTipText()));
   };
 }

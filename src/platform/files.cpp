@@ -19,10 +19,13 @@ std::optional<std::string> ReadFile(const std::string& name, std::size_t most) {
 }
 
 bool WriteFile(const std::string& name, std::string_view bytes) {
+  // A device or a pipe would be replaced by a file.
+  if (QFileInfo::exists(QtText(name)) && !FileExists(name)) return false;
   QSaveFile file(QtText(name));
   if (!file.open(QIODevice::WriteOnly)) return false;
-  file.write(bytes.data(), static_cast<qint64>(bytes.size()));
-  return file.commit();
+  // A full disk can take a part, which commit alone would make the file.
+  const auto size = static_cast<qint64>(bytes.size());
+  return file.write(bytes.data(), size) == size && file.flush() && file.commit();
 }
 
 }  // namespace morva

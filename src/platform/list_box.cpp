@@ -15,9 +15,9 @@ class ListBox::Model : public QAbstractListModel {
   int rowCount(const QModelIndex& parent) const override { return parent.isValid() ? 0 : shown_; }
   QVariant data(const QModelIndex& index, int role) const override {
     if (!index.isValid() || index.row() >= static_cast<int>(items_.size())) return {};
-    const QString text = QtText(items_[static_cast<std::size_t>(index.row())].text);
-    if (role == Qt::DisplayRole) return text;
-    if (role == Qt::ToolTipRole) return text.toHtmlEscaped();
+    const std::string& text = items_[static_cast<std::size_t>(index.row())].text;
+    if (role == Qt::DisplayRole) return QtText(text);
+    if (role == Qt::ToolTipRole) return TipText(text);
     return {};
   }
   void Forget() {

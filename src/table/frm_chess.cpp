@@ -2,6 +2,7 @@
 
 #include "net/frm_control.h"
 #include "platform/application.h"
+#include "platform/sound.h"
 #include "table/frm_tool_window.h"
 
 namespace morva {
@@ -14,6 +15,7 @@ FrmChess::FrmChess()
                   .on_task_bar = true}) {
   LayOut();
   ConnectEvents();
+  PrepareSound();
 }
 
 void FrmChess::LayOut() {

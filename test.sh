@@ -1,0 +1,35 @@
+#!/usr/bin/env bash
+# Builds and runs every test, without a display: ./test.sh, or ./test.sh --sanitize for a build with AddressSanitizer
+# and UndefinedBehaviorSanitizer.
+set -euo pipefail
+cd "$(dirname "$0")"
+. tools/packages.sh
+
+folder=build
+options=()
+case "${1:-}" in
+  "") ;;
+  --sanitize)
+    folder=build-sanitize
+    options=(-DMORVA_SANITIZE=ON)
+    ;;
+  *)
+    echo "usage: ./test.sh [--sanitize]" >&2
+    exit 2
+    ;;
+esac
+
+need "${build_packages[@]}" "${run_packages[@]}" "${test_packages[@]}" "${screen_packages[@]}"
+cmake -B "$folder" -G Ninja -DMORVA_WERROR=ON -DMORVA_TESTS=ON "${options[@]}" >/dev/null
+cmake --build "$folder"
+
+# The toolkit's own one-time allocations are not ours to judge; tests/leaks.supp names the libraries.
+export LSAN_OPTIONS="suppressions=$PWD/tests/leaks.supp:print_suppressions=0"
+export UBSAN_OPTIONS="print_stacktrace=1"
+export XDG_RUNTIME_DIR="${XDG_RUNTIME_DIR:-$(mktemp -d)}"
+ctest --test-dir "$folder" --output-on-failure
+for play in play faults relay; do
+  echo "== tests/e2e/$play.py"
+  MORVA="$folder/morva" python3 "tests/e2e/$play.py"
+done
+echo "All tests passed."

@@ -1,0 +1,24 @@
+# Sourced by the scripts in the root of the tree: installs Debian packages that are missing, and says so.
+# need PACKAGE...
+
+need() {
+  local missing=() package
+  for package in "$@"; do
+    dpkg-query -W -f '${Status}' "$package" 2>/dev/null | grep -q 'ok installed' || missing+=("$package")
+  done
+  [ ${#missing[@]} -eq 0 ] && return
+  echo "Installing: ${missing[*]}"
+  local root=()
+  if [ "$(id -u)" -ne 0 ]; then
+    command -v sudo >/dev/null || { echo "Please install these packages as root: ${missing[*]}" >&2; exit 1; }
+    root=(sudo)
+  fi
+  "${root[@]}" env DEBIAN_FRONTEND=noninteractive sh -c '
+    apt-get update -qq && apt-get install -y -qq --no-install-recommends "$@" >/dev/null' sh "${missing[@]}" ||
+    { echo "These packages could not be installed: ${missing[*]}" >&2; exit 1; }
+}
+
+build_packages=(g++ cmake ninja-build qt6-base-dev qt6-multimedia-dev)
+run_packages=(fonts-liberation)
+screen_packages=(xvfb openbox xdotool x11-utils imagemagick python3 iproute2)
+test_packages=(libgtest-dev)
