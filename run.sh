@@ -15,4 +15,4 @@ if [ -n "${DISPLAY:-}${WAYLAND_DISPLAY:-}" ]; then
 fi
 echo "There is no display here: two copies play a short game on a virtual one."
 need "${screen_packages[@]}"
-exec python3 tests/e2e/demonstration.py "${1:-demonstration}"
+exec python3 tools/demonstrate.py "${1:-demonstration}"

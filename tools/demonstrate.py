@@ -1,0 +1,48 @@
+"""Two real copies of Morva play a short game on a virtual screen; pictures of it are left in a folder."""
+
+import sys
+import time
+from pathlib import Path
+
+sys.path.insert(0, str(Path(__file__).resolve().parents[1] / "tests" / "e2e"))
+
+from desk import Desk  # noqa: E402
+from player import START_PICTURE, Player  # noqa: E402
+
+OPENING = [(52, 36), (12, 28), (62, 45), (1, 18), (61, 34), (6, 21)]
+
+
+def main(folder):
+    folder.mkdir(parents=True, exist_ok=True)
+    with Desk() as desk:
+        ann = Player(desk, "Ann")
+        ann.window(START_PICTURE)
+
+        def keep(name):
+            time.sleep(0.5)  # for what is still on its way to the screen
+            desk.picture().save(folder / f"{name}.png")
+
+        keep("1-start")
+        ann.host()
+        bob = Player(desk, "Bob")
+        bob.join("127.0.0.1")
+        ann.sit_down(40, 60)
+        bob.sit_down(820, 60)
+        keep("2-table")
+        for number, (start, end) in enumerate(OPENING):
+            (bob if number % 2 else ann).drag(start, end)
+            time.sleep(0.3)
+        ann.say("Good luck!")
+        bob.say("And to you. The Italian again?")
+        keep("3-game")
+        ann.keys("ctrl+c")
+        bob.window("Message")
+        keep("4-check")
+        bob.answer("Message", "Return")
+        ann.keys("ctrl+F1")
+        keep("5-new-game")
+    print(f"The pictures are in {folder.resolve()}")
+
+
+if __name__ == "__main__":
+    main(Path(sys.argv[1] if len(sys.argv) > 1 else "demonstration"))
