@@ -43,6 +43,7 @@ FrmAboutChess::FrmAboutChess() : Form({.scale_width = 7275, .scale_height = 4395
       {"Line4", Line4, 720, 2760, 6480, 15},
   });
   DefaultButton(cmdOK);
+  CancelButton(cmdOK);
 
   for (Label& label : title) {
     label.FontSize = 18;

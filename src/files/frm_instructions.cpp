@@ -46,7 +46,8 @@ FrmInstructions::FrmInstructions()
             .scale_width = 7095,
             .scale_height = 6255,
             .maximise_box = true,
-            .on_task_bar = true}) {
+            .on_task_bar = true,
+            .escape_closes = true}) {
   Place({
       {"textbox", textbox, 0, 0, 7095, 6255},
   });

@@ -4,6 +4,7 @@
 #include <QIcon>
 #include <QKeyEvent>
 #include <QProxyStyle>
+#include <QSettings>
 #include <QTimer>
 #include <algorithm>
 #include <cstdlib>
@@ -154,6 +155,8 @@ Application::Application(int& argc, char** argv) {
   InitStoredFiles();
   impl_ = std::make_unique<Impl>(argc, argv);
   QApplication::setApplicationName("morva");
+  // The toolkit's file dialog would leave a settings file behind; this program remembers nothing.
+  QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, "/dev/null");
   QApplication::setDesktopFileName("morva");
   QApplication::setFont(ProgramFont());
   QApplication::setWindowIcon(ProgramIcon());

@@ -75,7 +75,16 @@ Control::Control(std::unique_ptr<QWidget> widget)
   };
 }
 
-Control::~Control() { Forget(widget_.get()); }
+Control::~Control() {
+  // The controls inside are their own owners.
+  const QObjectList children = widget_->children();
+  for (QObject* child : children) {
+    if (auto* inside = qobject_cast<QWidget*>(child); inside != nullptr && ControlOf(inside) != this) {
+      inside->setParent(nullptr);
+    }
+  }
+  Forget(widget_.get());
+}
 
 QWidget* Control::Native() const { return widget_.get(); }
 

@@ -55,7 +55,10 @@ bool Ask(CommonDialog& settings, QFileDialog::AcceptMode mode) {
   if (!settings.FileName.empty() && !QDir::isAbsolutePath(QtText(settings.FileName))) {
     dialog.selectFile(QtText(settings.FileName));
   }
-  if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return false;
+  // A pattern asks for a name; it is none.
+  do {
+    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return false;
+  } while (dialog.selectedFiles().front().contains('*'));
   settings.FileName = StdText(dialog.selectedFiles().front());
   return true;
 }

@@ -189,6 +189,7 @@ class Form::Native_ : public QWidget {
     if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
       pressed = focused != nullptr ? focused : default_button_;
     } else if (event->key() == Qt::Key_Escape) {
+      if (style_.escape_closes) return form_.unload();
       pressed = cancel_button_;
     }
     if (pressed != nullptr) {

@@ -24,6 +24,7 @@ struct FormStyle {
   bool minimise_box = false;
   bool maximise_box = false;
   bool on_task_bar = false;
+  bool escape_closes = false;  ///< Escape closes it, as the close box does
   bool title_bar = true;
   enum class Start { kCentred, kByCode } start = Start::kCentred;
   bool round = false;        ///< an ellipse that fills the client area; the window manager takes no part in it

@@ -135,6 +135,7 @@ void FrmChess::Form_GotFocus() {
 }
 
 void FrmChess::Form_Unload() {
+  onesec.Enabled = false;
   frmControl->tcp.Close();
   Unload(frmControl);
   Unload(frmToolWindow);

@@ -50,26 +50,35 @@ def own_network():
     return True
 
 
-def run(desks, steps):
-    """Does the steps in turn, tells how each went, and stops at the first that fails. The exit code of the whole."""
-    began = time.monotonic()
+def run(desks, steps, go_on=False):
+    """Does the steps in turn and tells how each went. The first that fails is the last, unless they are to go on. The
+    exit code of the whole."""
+    began, failed = time.monotonic(), 0
     for step in steps:
         name, started = step.__name__.replace("_", " "), time.monotonic()
         try:
             step()
-        except (Failure, OSError) as failure:
-            print(f"{name:32} FAILED: {failure}")
+            outcome = "ok"
+        except Exception as failure:  # whatever went wrong, the others may still go well
+            outcome = f"FAILED: {failure or type(failure).__name__}"
+            failed += 1
             if not isinstance(failure, Failure):
                 traceback.print_exc()
-            FAILURES.mkdir(exist_ok=True)
-            for number, desk in enumerate(desks):
-                path = FAILURES / f"{step.__name__}-{number}.png"
-                desk.picture().save(path)
-                print(f"the screen is in {path}")
-            return 1
-        print(f"{name:32} {time.monotonic() - started:5.1f} s", flush=True)
-    print(f"{len(steps)} steps, {time.monotonic() - began:.0f} s")
-    return 0
+        print(f"{time.monotonic() - started:5.1f} s  {name}: {outcome}", flush=True)
+        if outcome != "ok":
+            keep_pictures(desks, step.__name__)
+            if not go_on:
+                break
+    print(f"{time.monotonic() - began:5.1f} s  in all, {failed} of {len(steps)} failed")
+    return 1 if failed else 0
+
+
+def keep_pictures(desks, name):
+    FAILURES.mkdir(exist_ok=True)
+    for number, desk in enumerate(desks, 1):
+        path = FAILURES / f"{name}-{number}.png"
+        desk.picture().save(path)
+        print(f"         the screen is in {path}")
 
 
 class Picture:
@@ -130,7 +139,13 @@ class Window:
     def __init__(self, desk, ident, title, x, y, width, height):
         self.desk, self.ident, self.title = desk, ident, title
         self.x, self.y, self.width, self.height = x, y, width, height
-        self.size = width, height
+
+    def inside(self, width, height):
+        """The inside of a window that draws its own frame, when it has that size; None when it hasn't."""
+        frame = (self.width - width) // 2
+        if not 0 <= frame < 5 or (self.width, self.height) != (width + 2 * frame, height + 2 * frame):
+            return None
+        return Window(self.desk, self.ident, self.title, self.x + frame, self.y + frame, width, height)
 
     def at(self, left, top, width=0, height=0):
         """The place on the screen of a control's middle; the control's place and size are twips, as in the layout."""
@@ -140,7 +155,7 @@ class Window:
         self.desk.click(*self.at(*control), button=button)
 
     def move(self, x, y):
-        """Puts the window, frame and all, with its upper left corner there."""
+        """Puts the upper left corner of its inside there, more or less."""
         self.desk.act("windowmove", "--sync", self.ident, x, y)
 
     def activate(self):
@@ -184,7 +199,7 @@ class Desk:
 
     def _start(self):
         reader, writer = os.pipe()
-        self.start("Xvfb", "-displayfd", writer, "-screen", "0", "1600x1000x24", "-fbdir", self.folder, "-nolisten",
+        self.start("Xvfb", "-displayfd", writer, "-screen", "0", "1600x1000x24", "-fbdir", self.folder, "-noreset", "-nolisten",
                    "tcp", pass_fds=[writer])
         os.close(writer)
         with os.fdopen(reader) as display:
@@ -207,6 +222,11 @@ class Desk:
         self.programs.append(program)
         return program
 
+    def clear(self):
+        """Ends what stands on the desk; the screen stays."""
+        self.end(*self.programs[2:])
+        del self.programs[2:]
+
     @staticmethod
     def end(*programs):
         for program in programs:
@@ -218,12 +238,17 @@ class Desk:
                 program.wait()
 
     def output(self, *command):
+        """What a command says of the screen."""
         command = [str(word) for word in command]
-        return subprocess.run(command, env=self.environment, text=True, capture_output=True).stdout
+        while True:
+            done = subprocess.run(command, env=self.environment, text=True, capture_output=True)
+            # A window can go while the command looks at it.
+            if "BadWindow" not in done.stderr and "X Error" not in done.stderr:
+                return done.stdout
 
     def windows(self, program):
         """A program's windows on the screen, as far as they have a name. Menus have none."""
-        found = self.output("xdotool", "search", "--all", "--onlyvisible", "--pid", program.pid, "--name", "")
+        found = self.output("xdotool", "search", "--all", "--onlyvisible", "--pid", program.pid)
         visible = {int(ident) for ident in found.split()}
         tree = self.output("xwininfo", "-root", "-tree")
         return [Window(self, ident, title, int(x), int(y), int(width), int(height))
@@ -252,6 +277,9 @@ class Desk:
 
     def type(self, text):
         self.act("type", "--delay", 3, text)
+
+    def enter(self, text):
+        self.act("type", "--delay", 3, "--args", 1, text, "key", "Return")
 
     def picture(self, x=0, y=0, width=None, height=None):
         width, height = width or self.width, height or self.height

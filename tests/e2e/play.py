@@ -10,7 +10,8 @@ from player import (AUTHOR_WINDOW, BOARD, CHANGE_DIALOG, CHECKERS, CHESS, CMD_GO
 
 ASIDE = 1590, 990  # where the pointer is over nothing
 PORTRAIT = 5715, 840, 1485, 1815
-LBL_CORNER = 45, 45, 240, 240
+CMD_OK, CMD_TRASH = (2520, 120, 855, 495), (2520, 1320, 855, 495)
+RDO_BISHOP, CLR_BLACK = (240, 720, 855, 255), (1440, 1200, 735, 255)
 
 
 class Game:
@@ -57,8 +58,10 @@ class Game:
 
     def dialog_on(self, player, square):
         self.desk.click(*player.square(square), button=3)
-        dialog = player.window(CHANGE_DIALOG)
+        dialog, main = player.window(CHANGE_DIALOG), player.main
         dialog.activate()
+        check(dialog.x + dialog.width <= main.x + main.width + 5 and dialog.y + dialog.height <= main.y + main.height + 5,
+              "the dialog stays within the main window")
         return dialog
 
     def log_changes(self, player, before, words):
@@ -202,72 +205,72 @@ class Game:
         self.boards_agree("handing over the turn leaves the board alone")
 
     def changing_pieces(self):
-        """By right click: Enter, Escape, and the keys and the mouse within the dialog."""
         self.dialog_on(self.bob, 8)
         self.desk.keys("Return")
         self.bob.gone(CHANGE_DIALOG)
         self.put("j", 8)  # a pawn opens the dialog on the queen
         self.boards_agree("Enter makes the pawn a queen")
 
-        dialog = self.dialog_on(self.ann, 57)
-        dialog.click(240, 720, 855, 255)
+        self.dialog_on(self.ann, 57).click(*RDO_BISHOP)
         self.desk.keys("Escape")
         self.ann.gone(CHANGE_DIALOG)
         self.boards_agree("Escape changes nothing")
 
         dialog = self.dialog_on(self.ann, 57)
-        dialog.click(240, 720, 855, 255)  # bishop
-        dialog.click(1440, 1200, 735, 255)  # black
-        self.tab_to_trash_and_back(dialog)
+        dialog.click(*RDO_BISHOP)
+        dialog.click(*CLR_BLACK)
         self.desk.keys("Return")
         self.ann.gone(CHANGE_DIALOG)
         self.put("g", 57)
         self.boards_agree("the knight becomes a black bishop")
         self.histories_agree()
 
-    def tab_to_trash_and_back(self, dialog):
-        """Tab goes round all the dialog's controls and moves no choice."""
-        start = dialog.picture()
-        seen = []
-        for _ in range(12):
+    def tab_in_the_change_dialog(self):
+        """It goes round the three buttons, the pieces and the colours, and chooses nothing by the way."""
+        dialog = self.dialog_on(self.ann, 53)
+        self.desk.point(*ASIDE)
+        stops = [dialog.picture()]
+        while stops[-1] not in stops[1:-1]:
             self.desk.keys("Tab")
-            before = seen[-1] if seen else start
-            awaited(lambda: dialog.picture() != before, "Tab moves the focus", 3)
-            seen.append(dialog.picture())
-            if dialog.picture() == start:
-                return
-        raise Failure("Tab never comes back to where it started")
+            awaited(lambda: dialog.picture() != stops[-1], "Tab moves the focus")
+            stops.append(dialog.picture())
+        check(len(stops) - 2 >= 5, f"Tab stops at {len(stops) - 2} places")
+        dialog.click(*CMD_OK)
+        self.ann.gone(CHANGE_DIALOG)
+        self.put("t", 53)
+        self.boards_agree("the pawn becomes a queen, as the dialog said at first")
 
     def trashing_a_piece(self):
         dialog = self.dialog_on(self.ann, 57)
-        dialog.click(2520, 1320, 855, 495)
+        dialog.click(*CMD_TRASH)
         self.ann.gone(CHANGE_DIALOG)
         self.put(".", 57)
         self.boards_agree("the bishop is gone")
         self.histories_agree()
 
     def the_disc_flies(self):
-        """Ctrl+S: a black disc goes from the from square to the to square, and only on the screen of who asks."""
+        """Ctrl+S: a round black disc goes from square to square."""
         self.move(self.bob, 8, 40)
-        still, elsewhere = self.ann.board(), self.bob.board()
-        middle = {square: (self.ann.square(square)[0] - self.ann.main.x,
-                           self.ann.square(square)[1] - self.ann.main.y - self.ann.bar) for square in (8, 40)}
+        still = self.ann.board()
         self.ann.keys("ctrl+s")
-        places = []
+        seen = []  # each place with the picture
         deadline = time.monotonic() + 5
-        while time.monotonic() < deadline and not (places and self.ann.board() == still):
-            changed = self.ann.board().differing(still)
-            if not changed or (places and places[-1] == changed):
-                continue
-            places.append(changed)
+        while time.monotonic() < deadline and not (seen and self.ann.board() == still):
+            board = self.ann.board()
+            place = board.differing(still)
+            if place and (not seen or seen[-1][0] != place):
+                seen.append((place, board))
         check(self.ann.board() == still, "the disc has gone")
-        check(len(places) > 5, f"the disc was seen on its way: {places}")
-        centres = [(x + width / 2, y + height / 2) for x, y, width, height in places]
-        check(all(abs(x - middle[8][0]) < 12 for x, _ in centres), f"it flies straight: {places}")
-        check(all(a[1] <= b[1] + 8 for a, b in zip(centres, centres[1:])), f"it flies one way: {places}")
-        check(abs(centres[0][1] - middle[8][1]) < 40 and abs(centres[-1][1] - middle[40][1]) < 40,
-              f"it flies from square to square: {places}, {middle}")
-        check(self.bob.board() == elsewhere, "Bob sees nothing of it")
+        whole = [(place, board) for place, board in seen if place[2] in (21, 22) and place[3] in (20, 21, 22)]
+        check(len(whole) >= 3, f"the whole disc is seen on its way: {[place for place, _ in seen]}")
+        for (x, y, width, height), board in whole:
+            check(board.pixel(x + width // 2, y + height // 2) == (0, 0, 0), "the disc is black")
+            corners = [(x, y), (x + width - 1, y), (x, y + height - 1), (x + width - 1, y + height - 1)]
+            check(all(board.pixel(*corner) == still.pixel(*corner) for corner in corners), "the disc is round")
+        ys = [y for (x, y, _, _), _ in whole]
+        check(ys == sorted(ys) and len(set(ys)) > 2, f"the disc goes down: {ys}")
+        check(all(abs(x + 11 - SQUARE // 2) < 3 for (x, _, _, _), _ in whole), "the disc keeps to the column")
+        check(SQUARE < ys[0] and ys[-1] < 6 * SQUARE, f"the disc goes from A2 to A6: {ys}")
 
     def coordinates(self):
         stacked = {player.nick: player.board() for player in self.both}
@@ -341,12 +344,19 @@ class Game:
         self.bob.answer("Message", "Return")
 
     def sounds_switched_off(self):
+        def look():
+            return self.bob.below_bar(0, 0, 160, 200)
+
         def menu():
+            closed = look()
             self.bob.keys("alt+g")
-            picture = self.settled(lambda: self.bob.below_bar(0, 0, 160, 200))
+            awaited(lambda: look() != closed, "the menu opens")
+            picture = self.settled(look)
             self.desk.keys("Escape", "Escape")
+            awaited(lambda: look() == closed, "the menu closes")
             return picture
 
+        self.desk.point(*ASIDE)
         on = menu()
         self.bob.keys("alt+g", "p")
         check(menu() != on, "the menu shows that sounds are off")
@@ -356,14 +366,11 @@ class Game:
 
     def settled(self, look):
         """What `look` sees as soon as it stays the same for a while."""
-        time.sleep(0.15)
-        last = look()
-        while True:
-            time.sleep(0.1)
-            now = look()
-            if now == last:
-                return now
+        last = None
+        while last != (now := look()):
             last = now
+            time.sleep(0.15)
+        return now
 
     # Games and files.
 
@@ -402,7 +409,7 @@ class Game:
         kept = self.expected
         check(self.ann.saved("middle.mrv") == kept, "the file holds what the board shows")
         self.move(self.bob, 3, 38)
-        self.dialog_on(self.bob, 63).click(2520, 1320, 855, 495)
+        self.dialog_on(self.bob, 63).click(*CMD_TRASH)
         self.bob.gone(CHANGE_DIALOG)
         self.put(".", 63)
         self.boards_agree("the castle is gone")
@@ -427,12 +434,13 @@ class Game:
         awaited(self.ann.tool.stays_on_top, "the tool window stays on top again")
 
     def about_and_author(self):
-        for _ in range(2):
-            self.ann.keys("alt+h", "a")
-            about = self.ann.window("About Morva 1.0.185")
+        self.ann.keys("alt+h", "a")
+        self.ann.answer("About Morva 1.0.185", "Return")
+        self.ann.keys("alt+h", "a")
+        about = self.ann.window("About Morva 1.0.185")
         awaited(lambda: not self.ann.tool.stays_on_top(), "the tool window gives way")
-        about.move(300, 600)
-        about = awaited(lambda: (found := self.ann.find(about.title)) and found.y > 600 and found, "the box moves")
+        about.move(300, 620)
+        about = awaited(lambda: (found := self.ann.find(about.title)) and found.y >= 620 and found, "the box moves")
         left, top, width, height = (value // TWIPS for value in PORTRAIT)
 
         def portrait():
@@ -455,16 +463,21 @@ class Game:
         self.move(self.ann, 52, 36)
 
     def always_on_top(self):
+        def nicks():
+            return self.ann.tool.picture().part(0, 32, 216, 70)
+
         for on_top in (False, True):
+            without_menu = nicks()
             self.ann.tool.click(*LBL_TIME, button=3)
-            self.settled(self.desk.picture_of_hand)
+            awaited(lambda: nicks() != without_menu, "the menu opens")
             self.desk.keys("Down", "Return")
             awaited(lambda: self.ann.tool.stays_on_top() == on_top, f"the tool window stays on top: {on_top}")
 
     def a_wider_tool_window(self):
         tool = self.ann.tool
         corner = tool.x + tool.width - 6, tool.y + tool.height + 2
-        self.desk.drag(corner, (corner[0] + 60, corner[1] + 80))
+        pull = ["mousemove_relative", 20, 30, "sleep", 0.05]
+        self.desk.act("mousemove", *corner, "mousedown", 1, "sleep", 0.05, *pull, *pull, *pull, "mouseup", 1)
         wide = awaited(lambda: (found := self.ann.find("Ann")) and found.width > tool.width and found, "it widens")
         check(wide.height == tool.height, "it grows no higher")
         awaited(lambda: wide.picture().pixel(wide.width - 8, wide.height - 8) == (255, 255, 255), "its list widens")
@@ -495,7 +508,7 @@ def main():
             game.start_up_pictures, game.the_two_checks, game.switching_host_and_guest, game.connecting,
             game.the_first_look, game.twelve_moves, game.a_near_row_converts_nothing, game.the_title_names_the_square,
             game.the_mark_under_a_drag, game.a_drop_on_a_piece, game.handing_over_the_turn, game.changing_pieces,
-            game.trashing_a_piece, game.the_disc_flies, game.coordinates, game.chat, game.clearing_the_log,
+            game.tab_in_the_change_dialog, game.trashing_a_piece, game.the_disc_flies, game.coordinates, game.chat, game.clearing_the_log,
             game.canned_messages, game.messages_switched_off, game.sounds_switched_off, game.checkers,
             game.a_cleared_board, game.a_new_chess_game, game.saving_here_and_opening_there, game.instructions,
             game.about_and_author, game.always_on_top, game.a_wider_tool_window, game.leaving,

@@ -54,8 +54,12 @@ class Player:
         return self.desk.windows(self.process)
 
     def find(self, wanted):
-        """The window with a title or a size, if it is there."""
-        return next((window for window in self.windows() if wanted in (window.title, window.size)), None)
+        """The window with that title, or with that size when it has no title; None when it isn't there."""
+        for window in self.windows():
+            found = window if window.title == wanted else isinstance(wanted, tuple) and window.inside(*wanted)
+            if found:
+                return found
+        return None
 
     def window(self, wanted, seconds=15.0):
         return awaited(lambda: self.find(wanted), f"{self.nick}'s window {wanted}", seconds)
@@ -90,11 +94,14 @@ class Player:
         self.desk.keys("ctrl+a")
         self.desk.type(text)
 
-    def host(self):
+    def listen(self):
         welcome = self.welcome()
         welcome.click(*RDO_HOST)
         self.fill(welcome, TXT_NICK, self.nick)
         self.desk.keys("Return")
+
+    def host(self):
+        self.listen()
         return self.window("Hosting game")
 
     def join(self, address):
@@ -105,15 +112,19 @@ class Player:
 
     def sit_down(self, x, y):
         """Waits for the game to begin, and puts its two windows there."""
-        awaited(lambda: self.title() == self.nick, f"{self.nick}'s main window")
-        self.window(f"Morva - {self.nick}").move(x, y)
-        self.window(self.nick).move(x + BOARD + 12, y)
-        awaited(lambda: self._placed(x, y), f"{self.nick}'s windows in their places")
+        awaited(self._centred, f"{self.nick}'s two windows stand side by side in the middle")
+        self.main.move(x, y)
+        self.tool.move(x + BOARD + 12, y)
+        awaited(lambda: self._look() and self.main.x - x in range(10) and self.tool.x - x - BOARD in range(30)
+                and self.main.y == self.tool.y, f"{self.nick}'s two windows in their places")
 
-    def _placed(self, x, y):
+    def _look(self):
         self.main, self.tool = self.find(f"Morva - {self.nick}"), self.find(self.nick)
-        return (self.main and self.tool and x <= self.main.x <= x + 10 and y <= self.main.y <= y + 40
-                and x + BOARD + 12 <= self.tool.x and self.tool.y <= y + 40)
+        return self.main and self.tool
+
+    def _centred(self):
+        return (self._look() and self.main.y == self.tool.y and self.tool.x - self.main.x - BOARD in range(10)
+                and abs((self.main.x + self.tool.x + self.tool.width) - self.desk.width) < 10)
 
     # At the board.
 
@@ -157,21 +168,21 @@ class Player:
 
     def say(self, text):
         self.main.activate()
-        self.desk.type(text + "\n")
+        self.desk.enter(text)
 
     def answer(self, title, *keys):
         """Answers a box by its keys."""
         box = self.window(title)
         box.activate()
         self.desk.keys(*keys)
-        awaited(lambda: self.process.poll() is not None or box.ident not in [w.ident for w in self.windows()],
-                f"{self.nick}'s box {title} closes")
+        awaited(lambda: box.ident not in [window.ident for window in self.windows()], f"{self.nick}'s {title} closes")
+        return box
 
     def name_file(self, title, path):
         self.window(title).activate()
         self.desk.keys("ctrl+a")
-        self.desk.type(str(path) + "\n")
-        awaited(lambda: self.process.poll() is not None or not self.find(title), f"{self.nick}'s dialog {title} closes")
+        self.desk.enter(path)
+        self.gone(title)
 
     def saved(self, name):
         """The pieces of the game, saved by this player."""

@@ -8,6 +8,7 @@
 #include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QScrollBar>
+#include <QTextBlock>
 #include <QTextDocumentFragment>
 #include <QToolTip>
 
@@ -93,11 +94,11 @@ TEST_F(Controls, ShowToolTipsAsTheyStand) {
   };
   for (const char* text : kNasty) {
     form_.label.ToolTipText = text;
-    EXPECT_EQ(shown(form_.label.Native()), text);
+    EXPECT_EQ(shown(form_.label.Native()).toStdString(), text);
     form_.list.Clear();
     form_.list.AddItem(text);
     QTest::qWait(1);
-    EXPECT_EQ(shown(static_cast<QAbstractScrollArea*>(form_.list.Native())->viewport()), text);
+    EXPECT_EQ(shown(static_cast<QAbstractScrollArea*>(form_.list.Native())->viewport()).toStdString(), text);
   }
 }
 
@@ -190,16 +191,16 @@ TEST_F(Controls, LogsHoldAHundredThousandLinesAndShowTheirEnd) {
   for (int line = 0; line < 100000; ++line) {
     const std::string more = "\r\n<Bob>  line " + std::to_string(line);
     log.Append(more);
-    log.SelStart = TextLog::kEnd;
     all += more;
-    if (line % 1000 == 0) QCoreApplication::processEvents();
+    if (line % 50 == 0) log.SelStart = TextLog::kEnd;
   }
-  EXPECT_LT(clock.elapsed(), 40000);
+  log.SelStart = TextLog::kEnd;
+  EXPECT_LT(clock.elapsed(), 30000);
   EXPECT_TRUE(log.Text() == all);
   EXPECT_EQ(view->document()->blockCount(), 100001);
   EXPECT_EQ(view->document()->firstBlock().text(), "");
   EXPECT_EQ(view->document()->lastBlock().text(), "<Bob>  line 99999");
-  EXPECT_EQ(view->verticalScrollBar()->value(), view->verticalScrollBar()->maximum());
+  EXPECT_TRUE(view->viewport()->rect().contains(view->cursorRect()));
   QTest::keyClicks(view, "typed");
   EXPECT_TRUE(log.Text() == all && view->document()->lastBlock().text() == "<Bob>  line 99999");
   log.Text = "";

@@ -66,6 +66,8 @@ class Drags : public testing::Test {
 };
 
 TEST_F(Drags, TellTheControlUnderThePointer) {
+  Move(12, 22);
+  EXPECT_EQ(Told(), "a moved, ");
   Press(12, 22);
   EXPECT_EQ(Told(), "a 0 of 0 at 150 300, ");
   Move(13, 22);
@@ -85,9 +87,9 @@ TEST_F(Drags, TellTheControlUnderThePointer) {
   Move(115, 32);
   EXPECT_EQ(Told(), "b moved, ");
 
-  Press(112, 22);
-  Release(112, 22);
-  EXPECT_EQ(Told(), "b 0 of 1 at 150 300, b drop of 1 at 150 300, ");
+  Press(115, 32);
+  Release(115, 32);
+  EXPECT_EQ(Told(), "b 0 of 1 at 195 450, b drop of 1 at 195 450, ");
 }
 
 TEST_F(Drags, EndWithoutADropWhereNothingTakesIt) {
@@ -133,6 +135,8 @@ TEST_F(Drags, EndWithALeaveWhenTheyAreDisturbed) {
 }
 
 TEST_F(Drags, BeginWithTheLeftButtonAlone) {
+  Move(12, 22);
+  Told();
   Press(12, 22, Qt::RightButton);
   Move(112, 32);
   Release(112, 32, Qt::RightButton);

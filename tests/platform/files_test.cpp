@@ -49,7 +49,7 @@ class OrdinaryUser {
 
 TEST_F(Files, AreWrittenWholeByteForByte) {
   const std::string all("line\r\n\0\xFF\n", 9);
-  for (const std::string bytes : {all, std::string(), std::string(1 << 20, 'x'), std::string("short")}) {
+  for (const std::string& bytes : {all, std::string(), std::string(1 << 20, 'x'), std::string("short")}) {
     for (const char* name : {"game.mrv", "sch\xC3\xB6n & <neu>", "old file"}) {
       EXPECT_FALSE(FileExists(At(name)) && bytes == all);
       EXPECT_TRUE(WriteFile(At(name), bytes)) << name;

@@ -8,6 +8,7 @@
 
 #include "platform/controls.h"
 #include "platform/timer.h"
+#include "platform/values.h"
 #include "platform/window.h"
 #include "tests/support.h"
 
@@ -32,8 +33,8 @@ struct TestForm : Form {
     box.KeyPress = [this](int key) { told += "key " + std::to_string(key) + " "; };
     clock.Enabled = false;
   }
-  void Form_Load() override { told += "load "; }
-  void Form_Unload() override { all_told += told + "unload "; }
+  void Form_Load() override { all_told += "load "; }
+  void Form_Unload() override { all_told += "unload "; }
   void Form_Activate() override { told += "activate "; }
   void Form_Click() override { told += "click "; }
   void Form_Resize() override { told += "resize "; }
@@ -100,7 +101,7 @@ TEST_F(Forms, AreMadeOnReferenceAndAnewAfterUnload) {
   TestForm::all_told.clear();
   Unload(testForm);
   EXPECT_TRUE(TestForm::all_told.empty() && !testForm.Loaded());
-  testForm.made = [](TestForm& form) { form.told += "made "; };
+  testForm.made = [](TestForm&) { TestForm::all_told += "made "; };
   Load(testForm);
   testForm->Tag = "left behind";
   EXPECT_FALSE(testForm->Native()->isVisible());
@@ -112,12 +113,10 @@ TEST_F(Forms, AreMadeOnReferenceAndAnewAfterUnload) {
   testForm->Native()->close();
   EXPECT_FALSE(testForm.Loaded());
   testForm.made = nullptr;
-  std::string told = TestForm::all_told;
-  for (auto at = told.find("activate "); at != told.npos; at = told.find("activate ")) told.erase(at, 9);
-  EXPECT_EQ(told, "made load unload made load unload ");
+  EXPECT_EQ(TestForm::all_told, "made load unload made load unload ");
 
   struct Stubborn : Form {
-    Stubborn() : Form({.close_box = false}) { unload = [this] { unloaded = true; }; }
+    Stubborn() : Form({.scale_width = 1500, .scale_height = 1500, .close_box = false}) { unload = [this] { unloaded = true; }; }
     bool unloaded = false;
   } stubborn;
   stubborn.Show();
@@ -217,7 +216,7 @@ TEST_F(Forms, EnterAndEscapePressTheirButtons) {
   } cases[] = {{form.box, Qt::Key_Return, "ok "},      {form.box, Qt::Key_Enter, "ok "},
                {form.log, Qt::Key_Return, "ok "},      {form.list, Qt::Key_Return, "ok "},
                {form.other, Qt::Key_Return, "other "}, {form.cancel, Qt::Key_Enter, "cancel "},
-               {form.box, Qt::Key_Escape, "cancel "},  {form.other, Qt::Key_Escape, "cancel "}};
+               {form.box, Qt::Key_Escape, "key 27 cancel "},  {form.other, Qt::Key_Escape, "cancel "}};
   for (const auto& expected : cases) {
     ASSERT_TRUE(Focus(expected.focused));
     QTest::keyClick(Native(), expected.key);

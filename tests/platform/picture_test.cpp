@@ -52,7 +52,7 @@ TEST(Pictures, ShowEachPieceWhereItStandsAndTheSquareWhereItDoesNot) {
       {1, {{390, 220}, {390, 450}, {390, 630}, {195, 630}, {570, 630}}, {{390, 120}, {210, 450}, {580, 450}, {390, 700}}},
       {2,
        {{390, 400}, {390, 620}, {210, 625}, {570, 690}, {275, 200}, {382, 200}, {490, 200}},
-       {{325, 200}, {440, 200}, {245, 450}, {540, 450}, {100, 625}, {390, 740}}},
+       {{325, 150}, {440, 150}, {245, 450}, {540, 450}, {100, 625}, {390, 740}}},
       {3,
        {{405, 450}, {345, 250}, {465, 250}, {405, 330}, {275, 690}, {530, 690}},
        {{412, 200}, {412, 150}, {290, 400}, {520, 400}, {200, 690}}},
@@ -122,7 +122,7 @@ TEST(Pictures, BodiesHaveNoSeamsAndEdgesAreSmooth) {
 
 TEST(Pictures, CutOutsHaveTheColourOfTheSquare) {
   Squares board;
-  for (const auto& [code, cut] : {std::pair{3, Point{412, 200}}, {4, Point{205, 352}}, {8, Point{397, 165}}}) {
+  for (const auto& [code, cut] : {std::pair{3, Point{412, 200}}, {4, Point{205, 363}}, {8, Point{397, 165}}}) {
     const PictureBox& square = board.With(0, code, kBlack);
     const QImage on_light = ImageOf(square);
     board.squ(0).BackColor = kRed;

@@ -22,6 +22,7 @@ TEST_F(Table, ADragMarksTheEmptySquareUnderThePointer) {
   const QPoint chat = frmChess->txtOut.Native()->mapTo(frmChess->Native(), QPoint(100, 30));
   QTest::mouseMove(MainWindow(), At(18));
   EXPECT_EQ(frmChess->Caption(), "Morva - Ann (C3)");
+  QTest::mouseMove(MainWindow(), At(52));
   QTest::mousePress(MainWindow(), Qt::LeftButton, {}, At(52));
   EXPECT_EQ(Marked(), Squares{});
   const std::pair<QPoint, Squares> places[] = {
@@ -32,7 +33,7 @@ TEST_F(Table, ADragMarksTheEmptySquareUnderThePointer) {
     EXPECT_EQ(Marked(), marked) << place.x() << ", " << place.y();
   }
   EXPECT_EQ(frmChess->squ(36).Strokes().front().color, kWhite);
-  EXPECT_EQ(frmChess->Caption(), "Morva - Ann (C3)");
+  EXPECT_EQ(frmChess->Caption(), "Morva - Ann (E7)");
   EXPECT_EQ(Board(), kStart);
   QTest::mousePress(MainWindow(), Qt::RightButton, {}, At(36));
   EXPECT_EQ(Marked(), Squares{});

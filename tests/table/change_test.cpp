@@ -74,7 +74,7 @@ TEST_F(Change, OkPutsThePieceSendsAndTells) {
   EXPECT_EQ(Board()[12], 'u');
   Open(0);
   Press(frmChange->cmdOk);
-  EXPECT_EQ(Sent(), "44861677721541271677721500" "20");
+  EXPECT_EQ(Sent(), "448616777215412716777215" "40020");
   EXPECT_EQ(History(), (Lines{"Ann: A7 (white pawn to white queen) #2114816",
                               "Ann: E2 (black pawn to white checker) #2011217",
                               "Ann: A1 (black castle to black castle) #2020002"}));

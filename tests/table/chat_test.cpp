@@ -10,7 +10,9 @@ class Chat : public GameTest {
  protected:
   void SetUp() override { Sit(); }
 
-  static void Type(const char* text) { QTest::keyClicks(MainWindow(), text); }
+  static void Type(const std::string& text) {
+    for (const char key : text) QTest::keyClick(MainWindow(), key);
+  }
   static void Enter() { QTest::keyClick(MainWindow(), Qt::Key_Return); }
   static std::string Log() { return frmChess->txtOut.Text(); }
 

@@ -78,7 +78,7 @@ TEST_F(ToolWindow, TheRightButtonOpensItsMenu) {
   }
   EXPECT_FALSE(opens(tools.lstHist.Native(), {20, 20}));
   EXPECT_FALSE(opens(tools.lshape.Native(), {8, 8}));
-  EXPECT_FALSE(opens(tools.picContain.Native(), {10, 60}));
+  EXPECT_FALSE(opens(tools.picContain.Native(), {10, 100}));
   EXPECT_EQ(Sent(), "");
 
   EXPECT_TRUE(tools.mnuAlways.Checked() && tools.frmext.ontop());

@@ -1,0 +1,192 @@
+// How long the routines that a player waits for take, with the real main window, up to the painted picture. Run without
+// a screen: QT_QPA_PLATFORM=offscreen.
+
+#include <benchmark/benchmark.h>
+
+#include <QCoreApplication>
+#include <QElapsedTimer>
+#include <QEvent>
+#include <QLoggingCategory>
+#include <QWidget>
+#include <QWindow>
+#include <cstdio>
+#include <string>
+#include <vector>
+
+#include "net/frm_control.h"
+#include "net/frm_welcome.h"
+#include "net/wire.h"
+#include "platform/application.h"
+#include "platform/picture.h"
+#include "table/frm_chess.h"
+#include "table/frm_tool_window.h"
+
+namespace morva {
+namespace {
+
+// The history and the log are emptied after this many lines, so that each line finds them as in a game.
+constexpr int kLines = 200;
+
+const std::string kStart = "fhgjighfeeeeeeee" + std::string(32, 'd') + "ooooooooprqtsqrp";
+
+// Runs what is waiting, the painting included.
+void Paint() { QCoreApplication::processEvents(); }
+
+class PaintCounter : public QObject {
+ public:
+  explicit PaintCounter(QWidget* watched) { watched->installEventFilter(this); }
+  int count = 0;
+
+ protected:
+  bool eventFilter(QObject* /*watched*/, QEvent* event) override {
+    if (event->type() == QEvent::Paint) ++count;
+    return false;
+  }
+};
+
+// Runs the steps in turn, each with its painting; what is painted must be `watched`, each time.
+void Measure(benchmark::State& state, const Control& watched, const std::vector<std::function<void()>>& steps) {
+  frmChess->SetUpChess();
+  for (const auto& step : steps) step();
+  frmChess->SetUpChess();
+  Paint();
+  PaintCounter paints(watched.Native());
+  std::size_t next = 0;
+  int lines = 0;
+  for (auto iteration : state) {
+    static_cast<void>(iteration);
+    steps[next]();
+    Paint();
+    next = (next + 1) % steps.size();
+    if (++lines < kLines || next != 0) continue;
+    state.PauseTiming();
+    lines = 0;
+    frmChess->ClearHistory();
+    frmChess->txtOut.Text = "";
+    Paint();
+    state.ResumeTiming();
+  }
+  if (paints.count < state.iterations()) state.SkipWithError("not everything was painted");
+}
+
+void MeasureReceived(benchmark::State& state, const Control& watched, const std::vector<std::string>& messages) {
+  std::vector<std::function<void()>> steps;
+  for (const std::string& message : messages) {
+    steps.push_back([message] { frmControl->tcp.Message(message); });
+  }
+  Measure(state, watched, steps);
+}
+
+void BoardLine(benchmark::State& state) {
+  const auto read = [](const std::string& line) {
+    for (int i = 0; i < 64; ++i) frmChess->ReadLetter(i, static_cast<unsigned char>(line[static_cast<std::size_t>(i)]));
+  };
+  Measure(state, frmChess->squ(0), {[&] { read(std::string(kStart.rbegin(), kStart.rend())); }, [&] { read(kStart); }});
+}
+
+void DoMove(benchmark::State& state) {
+  Measure(state, frmChess->squ(36), {[] { frmChess->DoMove(52, 36); }, [] { frmChess->DoMove(36, 52); }});
+}
+
+void Hover(benchmark::State& state) {
+  Measure(state, frmChess->squ(36), {[] {
+            frmChess->squ(36).Cls();
+            frmChess->hover(36, kBlack);
+          }});
+}
+
+// What the 64 squares, a move or a mark cost when none of their pictures has been drawn before.
+void PictureDrawnAnew(benchmark::State& state) {
+  frmChess->Pawn(36, 1);
+  Color background = kLightSquare;
+  for (auto iteration : state) {
+    static_cast<void>(iteration);
+    benchmark::DoNotOptimize(PictureOf(frmChess->squ(36).Strokes(), ++background & kWhite, 52, 52, 1.0));
+  }
+}
+
+void Chat(benchmark::State& state) { MeasureReceived(state, frmChess->txtOut, {"0Good luck, have a nice game!"}); }
+
+void CannedWord(benchmark::State& state) {
+  frmChess->mnuAcceptMessages.Checked = false;
+  // Nothing is painted for it.
+  for (auto iteration : state) {
+    static_cast<void>(iteration);
+    frmControl->tcp.Message("0check");
+    Paint();
+  }
+}
+
+void Move(benchmark::State& state) { MeasureReceived(state, frmChess->squ(36), {"15236", "13652"}); }
+
+void WholeBoard(benchmark::State& state) {
+  MeasureReceived(state, frmChess->squ(0), {"1__" + std::string(kStart.rbegin(), kStart.rend()), "1__" + kStart});
+}
+
+void NewChess(benchmark::State& state) { MeasureReceived(state, frmChess->squ(0), {"1new"}); }
+
+void NewCheckers(benchmark::State& state) { MeasureReceived(state, frmChess->squ(1), {"1newc"}); }
+
+void ClearBoard(benchmark::State& state) { MeasureReceived(state, frmChess->squ(0), {"1clear"}); }
+
+void Nick(benchmark::State& state) { MeasureReceived(state, frmToolWindow->lblOpNick, {"2Bob", "2Robert"}); }
+
+void Trash(benchmark::State& state) { MeasureReceived(state, frmChess->squ(36), {"336"}); }
+
+void Change(benchmark::State& state) { MeasureReceived(state, frmChess->squ(36), {"43660", "436216777215"}); }
+
+BENCHMARK(BoardLine)->Name("a board line, read and painted");
+BENCHMARK(DoMove)->Name("a move, done and painted");
+BENCHMARK(Hover)->Name("a mark under a drag, drawn and painted");
+BENCHMARK(PictureDrawnAnew)->Name("a pawn's picture, drawn anew");
+BENCHMARK(Chat)->Name("received: a chat line");
+BENCHMARK(CannedWord)->Name("received: a canned word, not accepted");
+BENCHMARK(Move)->Name("received: a move");
+BENCHMARK(WholeBoard)->Name("received: a board");
+BENCHMARK(NewChess)->Name("received: a new chess game");
+BENCHMARK(NewCheckers)->Name("received: a new checkers game");
+BENCHMARK(ClearBoard)->Name("received: a cleared board");
+BENCHMARK(Nick)->Name("received: a nick");
+BENCHMARK(Trash)->Name("received: a trashed square");
+BENCHMARK(Change)->Name("received: a changed piece");
+
+// The table of a guest whose host has never answered: everything is there but the other side.
+bool SitDown() {
+  frmWelcome->txtNick.Text = "Ann";
+  Load(frmControl);
+  frmControl->tcp.Closed = [] {};
+  frmControl->Enabled = false;
+  frmChess->Nick = "Ann";
+  frmChess->OpNick = "Bob";
+  frmChess->mnuPlaySounds.Checked = false;
+  frmChess->Show();
+  QElapsedTimer clock;
+  clock.start();
+  while (clock.elapsed() < 5000) {
+    Paint();
+    const QWindow* window = frmChess->Native()->windowHandle();
+    const QWindow* tools = frmToolWindow->Native()->windowHandle();
+    if (window != nullptr && window->isExposed() && tools != nullptr && tools->isExposed()) return true;
+  }
+  return false;
+}
+
+}  // namespace
+}  // namespace morva
+
+int main(int argc, char** argv) {
+  using namespace morva;
+  Application application(argc, argv);
+  // Without a screen no window can be raised, and the toolkit says so each time.
+  QLoggingCategory::setFilterRules("default.warning=false");
+  benchmark::Initialize(&argc, argv);
+  if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 2;
+  game_window = []() -> GameWindow& { return *frmChess; };
+  if (!SitDown()) {
+    std::fputs("The main window has not come up.\n", stderr);
+    return 1;
+  }
+  benchmark::RunSpecifiedBenchmarks();
+  Unload(frmChess);
+  return 0;
+}
