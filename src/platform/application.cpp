@@ -123,7 +123,12 @@ QIcon ProgramIcon() {
 
 }  // namespace
 
-void WindowLoaded(Form& form) { LoadedForms().push_back(&form); }
+void WindowLoaded(Form& form) {
+  LoadedForms().push_back(&form);
+  // The start-up picture has no frame that could show the icon, and should not wait for it.
+  const bool framed = !form.Native()->windowFlags().testFlag(Qt::FramelessWindowHint);
+  if (framed && QApplication::windowIcon().isNull()) QApplication::setWindowIcon(ProgramIcon());
+}
 
 void WindowUnloaded(std::unique_ptr<Form> form) {
   struct Gone : QObject {
@@ -159,7 +164,6 @@ Application::Application(int& argc, char** argv) {
   QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, "/dev/null");
   QApplication::setDesktopFileName("morva");
   QApplication::setFont(ProgramFont());
-  QApplication::setWindowIcon(ProgramIcon());
   QApplication::setQuitOnLastWindowClosed(false);
 }
 

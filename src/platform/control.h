@@ -50,7 +50,7 @@ class Control {
 
   QWidget* Native() const;
   /// Puts the control on a window, behind what was placed before. parent is the window's client area or a control.
-  void PlaceOn(QWidget* parent, double left, double top, double width, double height);
+  virtual void PlaceOn(QWidget* parent, double left, double top, double width, double height);
   /// The text that the layout gives: caption or text, by kind.
   virtual void SetLayoutText(const std::string& text) = 0;
 

@@ -210,6 +210,14 @@ OptionButton::OptionButton() : Control(std::make_unique<QRadioButton>()) {
   });
 }
 
+// The toolkit's own idea of a group takes in the buttons of inner containers.
+void OptionButton::PlaceOn(QWidget* parent, double left, double top, double width, double height) {
+  Control::PlaceOn(parent, left, top, width, height);
+  auto* group = parent->findChild<QButtonGroup*>(QString(), Qt::FindDirectChildrenOnly);
+  if (group == nullptr) group = new QButtonGroup(parent);
+  group->addButton(&As<QRadioButton>(*this));
+}
+
 Frame::Frame() : Control(std::make_unique<TitledBox>()) {
   Caption.assigned = [this] {
     As<TitledBox>(*this).title = QtText(Caption());

@@ -27,6 +27,7 @@ class OptionButton : public Control {
  public:
   OptionButton();
   Property<std::string> Caption;
+  void PlaceOn(QWidget* parent, double left, double top, double width, double height) override;
   Property<bool> Value;  ///< assigning True takes it from the others of the group and fires Click, as the user's click
   void SetLayoutText(const std::string& text) override { Caption = text; }
 

@@ -111,8 +111,8 @@ class Form::Native_ : public QWidget {
   void MoveTo(QPoint corner) {
     placed_ = true;
     place_ = corner;
-    ShowWhereSeen();
     if (OnAnyScreen({corner, frameGeometry().size()})) move(corner);
+    ShowWhereSeen();
   }
 
   // A window that is placed off every screen is out of sight, whatever the window manager thinks of such places.
@@ -294,6 +294,10 @@ void Form::Show() {
 void Form::Hide() { native_->Want(false); }
 
 void Form::SetFocus() {
+  // What the other player does must not take the user away from another program.
+  if (QGuiApplication::applicationState() != Qt::ApplicationActive) return;
+  // Each move comes here, and asking the window manager takes longer than painting it.
+  if (QApplication::activeWindow() == native_.get()) return;
   native_->raise();
   native_->activateWindow();
 }

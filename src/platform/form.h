@@ -68,6 +68,7 @@ class Form {
 
   void Show();
   void Hide();
+  /// Makes it the window that the user works in, unless the user works in another program.
   void SetFocus();
   /// Opens a menu's items at the place, twips within the client area, and waits until it is closed.
   void PopupMenu(Menu& menu, double x, double y);

@@ -1,6 +1,8 @@
 #include <QAbstractListModel>
+#include <QCoreApplication>
+#include <QEvent>
 #include <QListView>
-#include <QTimer>
+#include <functional>
 
 #include "platform/controls.h"
 #include "platform/qt_values.h"
@@ -32,6 +34,14 @@ class ListBox::Model : public QAbstractListModel {
     shown_ = count;
     endInsertRows();
   }
+  std::function<void()> show;
+
+ protected:
+  bool event(QEvent* event) override {
+    if (event->type() != QEvent::UpdateRequest) return QAbstractListModel::event(event);
+    show();
+    return true;
+  }
 
  private:
   const std::vector<Item>& items_;
@@ -40,6 +50,7 @@ class ListBox::Model : public QAbstractListModel {
 
 ListBox::ListBox() : Control(std::make_unique<QListView>()), model_(std::make_unique<Model>(items_)) {
   auto& view = *static_cast<QListView*>(Native());
+  model_->show = [this] { ShowNow(); };
   view.setModel(model_.get());
   view.setUniformItemSizes(true);
   view.setEditTriggers(QAbstractItemView::NoEditTriggers);
@@ -75,7 +86,8 @@ std::int32_t& ListBox::ItemData(int index) { return items_.at(static_cast<std::s
 void ListBox::ShowLater() {
   if (show_pending_) return;
   show_pending_ = true;
-  QTimer::singleShot(0, model_.get(), [this] { ShowNow(); });
+  // With the painting's own priority, so that a square that was painted on before is seen before.
+  QCoreApplication::postEvent(model_.get(), new QEvent(QEvent::UpdateRequest), Qt::LowEventPriority);
 }
 
 void ListBox::ShowNow() {
