@@ -13,9 +13,7 @@ namespace {
 
 constexpr int kInputsAWindow = 1024;
 
-bool IsControl(char c) {
-  return static_cast<unsigned char>(c) < 0x20 || c == 0x7F;
-}
+bool IsControl(char c) { return static_cast<unsigned char>(c) < 0x20 || c == 0x7F; }
 
 // What was sent waits for a connection that never comes; with its window it goes.
 void RenewControl() {

@@ -13,18 +13,12 @@
 
 namespace {
 
-std::string FileName() {
-  return "/dev/shm/morva_game_file_" + std::to_string(getpid());
-}
+std::string FileName() { return "/dev/shm/morva_game_file_" + std::to_string(getpid()); }
 
 // What stands on a square after a letter, as its Tag has it.
-std::string TagOf(unsigned char letter) {
-  return std::to_string(letter > 109 ? letter - 110 : letter - 100);
-}
+std::string TagOf(unsigned char letter) { return std::to_string(letter > 109 ? letter - 110 : letter - 100); }
 
-bool HasPiece(int code) {
-  return code >= 1 && code <= 8;
-}
+bool HasPiece(int code) { return code >= 1 && code <= 8; }
 
 }  // namespace
 

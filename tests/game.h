@@ -13,7 +13,6 @@
 #include <vector>
 
 #include "net/frm_control.h"
-#include "net/frm_splash.h"
 #include "net/frm_welcome.h"
 #include "net/wire.h"
 #include "platform/application.h"
@@ -26,6 +25,10 @@
 namespace morva {
 
 using Lines = std::vector<std::string>;
+
+inline const std::string kStart = "fhgjighfeeeeeeee" + std::string(32, '.') + "ooooooooprqtsqrp";
+inline const std::string kCheckersStart =
+    ".k.k.k.kk.k.k.k..k.k.k.k" + std::string(16, '.') + "u.u.u.u..u.u.u.uu.u.u.u.";
 
 /// What the user does with the boxes that come up: notes each as "title|text|icon", and presses the button.
 class BoxUser {
@@ -52,7 +55,7 @@ class BoxUser {
   QTimer clock_;
 };
 
-/// The whole program at one end of the line, the test's own socket at the other.
+/// The whole program, in which "Ann" plays, at one end of the line; the test's own socket at the other.
 class GameTest : public testing::Test {
  protected:
   void TearDown() override {
@@ -65,48 +68,49 @@ class GameTest : public testing::Test {
     Unload(frmChess);
     Unload(frmControl);
     Unload(frmWelcome);
-    Unload(frmSplash);
     QTest::qWait(1);
   }
 
-  /// "Ann" sits here and goes the guest's way, as far as she gets alone.
-  void GoAsGuest() {
+  /// As far as a guest, or a host, gets alone.
+  void Go(const char* mode) {
     frmWelcome->txtHost.Text = "127.0.0.1";
     frmWelcome->txtNick.Text = "Ann";
+    if (std::string(mode) == "host") frmWelcome->rdoHost.Value = true;
     frmControl->Show();
-    CatchTheEnd();
-  }
-
-  void GoAsHost() {
-    frmWelcome->txtNick.Text = "Ann";
-    frmWelcome->rdoHost.Value = true;
-    frmControl->Show();
-    CatchTheEnd();
+    // The end of the program is an exception here, which must not go through the toolkit.
+    for (auto* end : {&frmControl->tcp.Closed, &frmControl->cmdCancel.Click}) {
+      *end = [this, inner = *end] {
+        try {
+          inner();
+        } catch (const Ended&) {
+          ++ended_;
+        }
+      };
+    }
   }
 
   /// Ann comes in as guest; the peer has not said a word.
   void Join() {
     ASSERT_TRUE(server_.listen(QHostAddress::LocalHost, kPort)) << "port 2948 is taken";
-    GoAsGuest();
+    Go("guest");
     ASSERT_TRUE(Await([this] { return server_.hasPendingConnections(); }));
     peer_.reset(server_.nextPendingConnection());
     peer_->setParent(nullptr);
     ASSERT_TRUE(Await([] { return frmChess.Loaded(); }));
+    frmChess->mnuPlaySounds.Checked = false;
   }
 
   /// Ann hosts, and the peer has connected without a word.
   void Host() {
-    GoAsHost();
+    Go("host");
     peer_ = std::make_unique<QTcpSocket>();
     peer_->connectToHost(QHostAddress::LocalHost, kPort);
     ASSERT_TRUE(Await([this] { return peer_->state() == QAbstractSocket::ConnectedState; }));
   }
 
-  /// Ann plays as guest with Bob, who hosts; without sounds.
+  /// Ann plays as guest with Bob.
   void Sit() {
-    Join();
-    ASSERT_FALSE(HasFatalFailure());
-    frmChess->mnuPlaySounds.Checked = false;
+    ASSERT_NO_FATAL_FAILURE(Join());
     Tell("2Bob");
     ASSERT_TRUE(QTest::qWaitForWindowActive(frmChess->Native()));
     EXPECT_EQ(Sent(), "2Ann");
@@ -132,8 +136,8 @@ class GameTest : public testing::Test {
   /// The squares with something on them as letters, the others as dots.
   static std::string Board() {
     std::string line = frmChess->BoardLine();
-    for (std::size_t i = 0; i < line.size(); ++i) {
-      if (frmChess->squ(static_cast<int>(i)).Tag == "0") line[i] = '.';
+    for (PictureBox& square : frmChess->squ) {
+      if (square.Tag == "0") line[static_cast<std::size_t>(square.Index)] = '.';
     }
     return line;
   }
@@ -153,18 +157,17 @@ class GameTest : public testing::Test {
     FrmToolWindow& tools = *frmToolWindow;
     const bool me = tools.lblNick.FontBold();
     const bool agreed = tools.lblOpNick.FontBold() != me && tools.lbl3D(0).Visible() == me &&
-                        tools.lbl3D(1).Visible() == me &&
-                        tools.lblNick.ForeColor() == (me ? kRed : kButtonShadow);
+                        tools.lbl3D(1).Visible() == me && tools.lblNick.ForeColor() == (me ? kRed : kButtonShadow);
     return agreed ? me ? "me" : "you" : "neither";
   }
 
-  /// The place of a square in the pixels of the main window: its middle, or a way from there.
-  static QPoint At(int square, QPoint way = {}) {
-    const QWidget* widget = frmChess->squ(square).Native();
-    return widget->mapTo(frmChess->Native(), widget->rect().center() + way);
-  }
-
   static QWindow* MainWindow() { return frmChess->Native()->windowHandle(); }
+
+  /// The middle of a square, in pixels of the main window.
+  static QPoint At(int square) {
+    const QWidget* widget = frmChess->squ(square).Native();
+    return widget->mapTo(frmChess->Native(), widget->rect().center());
+  }
 
   static void Drag(int from, int too) {
     QTest::mousePress(MainWindow(), Qt::LeftButton, {}, At(from));
@@ -172,34 +175,11 @@ class GameTest : public testing::Test {
     QTest::mouseRelease(MainWindow(), Qt::LeftButton, {}, At(too));
   }
 
-  static Control* Focused() {
-    for (Control* control : {static_cast<Control*>(&frmChess->txtIn), static_cast<Control*>(&frmChess->txtOut)}) {
-      if (frmChess->Native()->focusWidget() == control->Native()) return control;
-    }
-    return nullptr;
-  }
+  static bool ChatHasFocus() { return frmChess->Native()->focusWidget() == frmChess->txtIn.Native(); }
 
   QTcpServer server_;
   std::unique_ptr<QTcpSocket> peer_;
   int ended_ = 0;  ///< how often the program would have ended
-
- private:
-  // The end of the program is an exception here, which must not go through the toolkit.
-  void CatchTheEnd() {
-    for (auto* end : {&frmControl->tcp.Closed, &frmControl->cmdCancel.Click}) {
-      *end = [this, inner = *end] {
-        try {
-          inner();
-        } catch (const Ended&) {
-          ++ended_;
-        }
-      };
-    }
-  }
 };
-
-inline const std::string kStart = "fhgjighfeeeeeeee" + std::string(32, '.') + "ooooooooprqtsqrp";
-inline const std::string kCheckersStart =
-    ".k.k.k.kk.k.k.k..k.k.k.k" + std::string(16, '.') + "u.u.u.u..u.u.u.uu.u.u.u.";
 
 }  // namespace morva

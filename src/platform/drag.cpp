@@ -5,6 +5,7 @@
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPixmap>
+#include <QTimer>
 #include <optional>
 
 #include "platform/form.h"
@@ -25,6 +26,8 @@ struct Running {
   Control& source;
   Form& form;
   std::optional<Target> target;
+  bool in_doubt = false;           // the window may have been lost
+  std::optional<QPoint> released;  // where the button was released in the meantime
 };
 
 std::optional<Running> running;
@@ -84,6 +87,22 @@ void Cancel() {
   Finish();
 }
 
+// A window that has just been clicked can hear late that it had been left before: whether it is lost shows a moment
+// later, and a release waits for that.
+void Doubt() {
+  constexpr int kMomentMs = 60;
+  running->in_doubt = true;
+  QTimer::singleShot(kMomentMs, [] {
+    if (!running || !running->in_doubt) return;
+    running->in_doubt = false;
+    if (!running->form.Native()->isActiveWindow()) {
+      Cancel();
+    } else if (running->released) {
+      DropAt(*running->released);
+    }
+  });
+}
+
 QCursor Hand() {
   static const QCursor hand(QPixmap(":/pictures/hand.png"), 20, 0);
   return hand;
@@ -94,7 +113,7 @@ QCursor Hand() {
 void Drag::Begin(Control& source, QPoint screen) {
   Form* form = FormOf(source.Native());
   if (form == nullptr || running) return;
-  running.emplace(Running{source, *form, std::nullopt});
+  running.emplace(Running{source, *form, std::nullopt, false, std::nullopt});
   QGuiApplication::setOverrideCursor(Hand());
   MoveTo(screen);
 }
@@ -111,7 +130,8 @@ bool Drag::Takes(const QWidget& receiver, QEvent& event) {
       return true;
     case QEvent::MouseButtonRelease:
       if (static_cast<QMouseEvent&>(event).button() != Qt::LeftButton) return true;
-      DropAt(static_cast<QMouseEvent&>(event).globalPosition().toPoint());
+      running->released = static_cast<QMouseEvent&>(event).globalPosition().toPoint();
+      if (!running->in_doubt) DropAt(*running->released);
       return true;
     case QEvent::MouseButtonPress:
     case QEvent::MouseButtonDblClick:
@@ -122,7 +142,7 @@ bool Drag::Takes(const QWidget& receiver, QEvent& event) {
       Cancel();
       return true;
     case QEvent::WindowDeactivate:
-      if (FormOf(&receiver) == &running->form) Cancel();
+      if (FormOf(&receiver) == &running->form) Doubt();
       return false;
     default:
       return false;

@@ -88,7 +88,7 @@ class Picture:
         self.rows = rows
 
     def __eq__(self, other):
-        return self.rows == other.rows
+        return isinstance(other, Picture) and self.rows == other.rows
 
     def __hash__(self):
         return hash(tuple(self.rows))

@@ -4,14 +4,12 @@ import sys
 import time
 
 from desk import TWIPS, Desk, Failure, awaited, check, own_network, run
-from player import (AUTHOR_WINDOW, BOARD, CHANGE_DIALOG, CHECKERS, CHESS, CMD_GO, EMPTY, LBL_NICK, LBL_OP_NICK,
-                    LBL_TIME, LOG_TEXT, MAIN_HEIGHT, RDO_GUEST, RDO_HOST, SQUARE, START_PICTURE, TXT_HOST, TXT_NICK,
-                    Eyes, Player)
+from player import (AUTHOR_WINDOW, CHANGE_DIALOG, CHECKERS, CHESS, CLR_BLACK, CMD_GO, CMD_OK, CMD_TRASH, EMPTY,
+                    LBL_NICK, LBL_OP_NICK, LBL_TIME, LOG_TEXT, RDO_BISHOP, RDO_GUEST, RDO_HOST, SQUARE, START_PICTURE,
+                    TXT_NICK, Eyes, Player)
 
 ASIDE = 1590, 990  # where the pointer is over nothing
 PORTRAIT = 5715, 840, 1485, 1815
-CMD_OK, CMD_TRASH = (2520, 120, 855, 495), (2520, 1320, 855, 495)
-RDO_BISHOP, CLR_BLACK = (240, 720, 855, 255), (1440, 1200, 735, 255)
 
 
 class Game:

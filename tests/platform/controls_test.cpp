@@ -4,7 +4,6 @@
 
 #include <QAbstractItemView>
 #include <QHelpEvent>
-#include <QLabel>
 #include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QScrollBar>
@@ -52,65 +51,49 @@ class Controls : public testing::Test {
 /// How far to the right something other than the background is drawn.
 int Ink(QWidget* widget) {
   const QImage image = widget->grab().toImage();
-  int right = 0;
-  for (int y = 4; y < 16; ++y) {
-    for (int x = 0; x < image.width() - 30; ++x) {
-      if (image.pixel(x, y) != image.pixel(image.width() - 30, y)) right = std::max(right, x);
-    }
+  int x = image.width() - 30;
+  for (bool bare = true; bare && x > 0; bare ? --x : x) {
+    for (int y = 4; y < 16; ++y) bare = bare && image.pixel(x, y) == image.pixel(image.width() - 30, y);
   }
-  return right;
+  return x;
 }
 
-const char* const kNasty[] = {"<b>x</b>", "a&b", "&lt;i&gt; &amp;", "<img src='x'>", "two  blanks"};
+/// What the tool tip of the widget shows, once it is rendered.
+std::string Tip(QWidget* widget) {
+  QHelpEvent help(QEvent::ToolTip, QPoint(10, 10), widget->mapToGlobal(QPoint(10, 10)));
+  QApplication::sendEvent(widget, &help);
+  const QString tip = QToolTip::text();
+  QToolTip::hideText();
+  EXPECT_TRUE(Await([] { return !QToolTip::isVisible(); }));
+  return (Qt::mightBeRichText(tip) ? QTextDocumentFragment::fromHtml(tip).toPlainText() : tip).toStdString();
+}
 
 TEST_F(Controls, ShowTextAsItStands) {
   const QFontMetrics metrics(ProgramFont());
-  for (const char* text : kNasty) {
-    form_.label.Caption = text;
-    EXPECT_NEAR(Ink(form_.label.Native()), metrics.horizontalAdvance(text), 5) << text;
+  QWidget* list = static_cast<QAbstractScrollArea*>(form_.list.Native())->viewport();
+  for (const char* text : {"<b>x</b>", "a&b", "&lt;i&gt; &amp;", "<img src='x'>", "two  blanks"}) {
+    form_.label.Caption = form_.label.ToolTipText = form_.box.Text = text;
     form_.list.Clear();
     form_.list.AddItem(text);
-    QTest::qWait(1);
-    EXPECT_NEAR(Ink(static_cast<QAbstractScrollArea*>(form_.list.Native())->viewport()),
-                metrics.horizontalAdvance(text), 8)
-        << text;
     form_.log.Text = "";
     form_.log.Append(text);
-    EXPECT_EQ(static_cast<QPlainTextEdit*>(form_.log.Native())->toPlainText(), text);
-    form_.box.Text = text;
-    EXPECT_EQ(static_cast<QLineEdit*>(form_.box.Native())->displayText(), text);
-  }
-}
-
-TEST_F(Controls, ShowToolTipsAsTheyStand) {
-  const auto shown = [](QWidget* widget) {
-    const QPoint middle(10, 10);
-    QHelpEvent help(QEvent::ToolTip, middle, widget->mapToGlobal(middle));
-    QApplication::sendEvent(widget, &help);
-    QString tip = QToolTip::text();
-    QToolTip::hideText();
-    EXPECT_TRUE(Await([] { return !QToolTip::isVisible(); }));
-    return Qt::mightBeRichText(tip) ? QTextDocumentFragment::fromHtml(tip).toPlainText() : tip;
-  };
-  for (const char* text : kNasty) {
-    form_.label.ToolTipText = text;
-    EXPECT_EQ(shown(form_.label.Native()).toStdString(), text);
-    form_.list.Clear();
-    form_.list.AddItem(text);
     QTest::qWait(1);
-    EXPECT_EQ(shown(static_cast<QAbstractScrollArea*>(form_.list.Native())->viewport()).toStdString(), text);
+    EXPECT_NEAR(Ink(form_.label.Native()), metrics.horizontalAdvance(text), 5) << text;
+    EXPECT_NEAR(Ink(list), metrics.horizontalAdvance(text), 8) << text;
+    EXPECT_EQ(static_cast<QPlainTextEdit*>(form_.log.Native())->toPlainText(), text);
+    EXPECT_EQ(static_cast<QLineEdit*>(form_.box.Native())->displayText(), text);
+    EXPECT_EQ(Tip(form_.label.Native()), text);
+    EXPECT_EQ(Tip(list), text);
   }
 }
 
 TEST_F(Controls, OptionButtonsOfOneContainerAreOneGroup) {
   std::string clicked;
-  for (OptionButton& button : form_.one) {
-    button.Click = [&clicked, &button] { clicked += std::to_string(button.Index); };
-  }
+  for (OptionButton& button : form_.one) button.Click = [&] { clicked += std::to_string(button.Index); };
   const auto values = [this] {
     std::string text;
-    for (const bool value : {form_.one(1).Value(), form_.one(2).Value(), form_.two(0).Value(), form_.two(1).Value()}) {
-      text += value ? '1' : '0';
+    for (OptionButton* button : {&form_.one(1), &form_.one(2), &form_.two(0), &form_.two(1)}) {
+      text += button->Value() ? '1' : '0';
     }
     return text;
   };
@@ -134,13 +117,10 @@ TEST_F(Controls, TextBoxesHaveNoLimitAndTellEachKeyBeforeTheText) {
   QTest::keyClick(box.Native(), Qt::Key_Backspace);
   QTest::keyClick(box.Native(), Qt::Key_Left);
   EXPECT_EQ(told, "97() 32(a) 8(a ) ");
-  const std::string longest(100000, 'x');
-  box.Text = longest;
-  EXPECT_EQ(static_cast<QLineEdit*>(box.Native())->text().size(), 100000);
-  EXPECT_EQ(box.Text(), longest);
+  box.Text = std::string(100000, 'x');
+  EXPECT_TRUE(box.Text().size() == 100000 && static_cast<QLineEdit*>(box.Native())->text().size() == 100000);
   box.Text = "J\xC3\xB6rg";
   box.SelStart = 1;
-  EXPECT_TRUE(box.SelStart() == 1 && box.SelLength() == 0);
   box.SelLength = 2;
   EXPECT_EQ(static_cast<QLineEdit*>(box.Native())->selectedText(), "\xC3\xB6r");
   EXPECT_TRUE(box.SelStart() == 1 && box.SelLength() == 2);
@@ -160,15 +140,13 @@ TEST_F(Controls, ListsHoldAHundredThousandLines) {
   QTest::qWait(1);
   EXPECT_LT(clock.elapsed(), 20000);
   EXPECT_TRUE(list.ListCount() == 100000 && list.ListIndex() == 99999 && view->currentIndex().row() == 99999);
-  EXPECT_EQ(list.List(77777), "line 77777");
-  EXPECT_EQ(list.ItemData(77777), 3 * 77777);
+  EXPECT_TRUE(list.List(77777) == "line 77777" && list.ItemData(77777) == 3 * 77777);
   EXPECT_EQ(view->verticalScrollBar()->value(), view->verticalScrollBar()->maximum());
   EXPECT_THROW(list.List(100000), std::out_of_range);
 
   list.ListIndex = 50000;
   QTest::qWait(1);
   const QRect shown = view->visualRect(view->currentIndex());
-  EXPECT_TRUE(view->viewport()->rect().contains(shown.center()));
   QTest::mouseClick(view->viewport(), Qt::LeftButton, {}, shown.center() - QPoint(0, shown.height()));
   EXPECT_EQ(list.ListIndex(), 49999);
   list.AddItem("one more");
@@ -192,17 +170,13 @@ TEST_F(Controls, LogsHoldAHundredThousandLinesAndShowTheirEnd) {
     const std::string more = "\r\n<Bob>  line " + std::to_string(line);
     log.Append(more);
     all += more;
-    if (line % 50 == 0) log.SelStart = TextLog::kEnd;
+    if (line % 100 == 99) log.SelStart = TextLog::kEnd;
   }
-  log.SelStart = TextLog::kEnd;
   EXPECT_LT(clock.elapsed(), 30000);
-  EXPECT_TRUE(log.Text() == all);
-  EXPECT_EQ(view->document()->blockCount(), 100001);
-  EXPECT_EQ(view->document()->firstBlock().text(), "");
+  QTest::keyClicks(view, "typed");
+  EXPECT_TRUE(log.Text() == all && view->document()->blockCount() == 100001);
   EXPECT_EQ(view->document()->lastBlock().text(), "<Bob>  line 99999");
   EXPECT_TRUE(view->viewport()->rect().contains(view->cursorRect()));
-  QTest::keyClicks(view, "typed");
-  EXPECT_TRUE(log.Text() == all && view->document()->lastBlock().text() == "<Bob>  line 99999");
   log.Text = "";
   EXPECT_TRUE(view->toPlainText().isEmpty() && log.Text().empty());
 }
