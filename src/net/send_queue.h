@@ -13,7 +13,7 @@ namespace morva {
 bool RunsToEnd(std::string_view message);
 
 /// What is waiting to be sent, in order, one write a message. After a message that runs to the end of what is read the
-/// next one waits for more than 50 ms, after a long one for 300, so that they are not read as one. Times are
+/// next one waits for 100 ms, after a long one for 300, so that they are not read as one. Times are
 /// milliseconds of any clock that never goes back.
 class SendQueue {
  public:

@@ -50,12 +50,12 @@ TEST(SendQueue, PausesBehindWhatRunsToTheEnd) {
     EXPECT_EQ(queue.WaitMs(1001), -1);
     queue.Put("15236");  // the pause counts from the sending, also for what is put later
     queue.Put("me");
-    EXPECT_EQ(queue.WaitMs(1000), 51);
-    EXPECT_EQ(queue.Next(1050), std::nullopt);
-    EXPECT_EQ(queue.WaitMs(1050), 1);
-    EXPECT_EQ(queue.WaitMs(1051), 0);
-    EXPECT_EQ(queue.Next(1051), "15236");
-    EXPECT_EQ(queue.Next(1051), "me") << "no pause behind a move";
+    EXPECT_EQ(queue.WaitMs(1000), 100);
+    EXPECT_EQ(queue.Next(1099), std::nullopt);
+    EXPECT_EQ(queue.WaitMs(1099), 1);
+    EXPECT_EQ(queue.WaitMs(1100), 0);
+    EXPECT_EQ(queue.Next(1100), "15236");
+    EXPECT_EQ(queue.Next(1100), "me") << "no pause behind a move";
   }
 }
 
@@ -63,10 +63,20 @@ TEST(SendQueue, CountsEveryPauseFromTheLastSending) {
   SendQueue queue;
   for (const std::string message : {"0one", "0two", "15236"}) queue.Put(message);
   EXPECT_EQ(queue.Next(-500), "0one");
-  EXPECT_EQ(queue.Next(-449), "0two");
+  EXPECT_EQ(queue.Next(-401), std::nullopt);
+  EXPECT_EQ(queue.Next(-400), "0two");
   EXPECT_EQ(queue.Next(-399), std::nullopt);
   EXPECT_EQ(queue.WaitMs(5'000'000'000), 0);
   EXPECT_EQ(queue.Next(5'000'000'000), "15236");
+}
+
+TEST(SendQueue, PausesLongerBehindALongMessage) {
+  SendQueue queue;
+  queue.Put("0" + std::string(600, 'x'));
+  queue.Put("15236");
+  ASSERT_TRUE(queue.Next(0));
+  EXPECT_EQ(queue.Next(299), std::nullopt) << "the other side is still waiting for its end";
+  EXPECT_EQ(queue.Next(300), "15236");
 }
 
 TEST(SendQueue, SendsSoThatTheReaderFindsEveryMessage) {
