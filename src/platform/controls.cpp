@@ -12,6 +12,7 @@
 #include <QScrollBar>
 #include <QStyleOptionButton>
 #include <QStylePainter>
+#include <QTimer>
 
 #include "platform/picture.h"
 #include "platform/qt_values.h"
@@ -274,22 +275,36 @@ TextLog::TextLog() : Control(std::make_unique<QPlainTextEdit>()) {
   log.setWordWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
   log.setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
   log.setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-  Text.assigned = [this] { As<QPlainTextEdit>(*this).setPlainText(QtText(Text())); };
-  SelStart.assigned = [this] {
-    auto& shown = As<QPlainTextEdit>(*this);
-    QTextCursor cursor(shown.document());
-    cursor.movePosition(QTextCursor::End);
-    cursor.setPosition(std::min(SelStart(), cursor.position()));
-    shown.setTextCursor(cursor);
-    shown.ensureCursorVisible();
+  Text.assigned = [this] {
+    unshown_.clear();
+    As<QPlainTextEdit>(*this).setPlainText(QtText(Text()));
   };
+  SelStart.assigned = [this] { ShowLater(); };
 }
 
 void TextLog::Append(const std::string& more) {
   Text.StoreMore(more);
-  QTextCursor end(As<QPlainTextEdit>(*this).document());
-  end.movePosition(QTextCursor::End);
-  end.insertText(QtText(more).remove('\r'));
+  unshown_ += more;
+  ShowLater();
+}
+
+// Many new lines in one turn of the event loop cost one layout.
+void TextLog::ShowLater() {
+  if (show_pending_) return;
+  show_pending_ = true;
+  QTimer::singleShot(0, Native(), [this] { ShowNow(); });
+}
+
+void TextLog::ShowNow() {
+  show_pending_ = false;
+  auto& log = As<QPlainTextEdit>(*this);
+  QTextCursor cursor(log.document());
+  cursor.movePosition(QTextCursor::End);
+  cursor.insertText(QtText(unshown_).remove('\r'));
+  unshown_.clear();
+  cursor.setPosition(std::min(SelStart(), cursor.position()));
+  log.setTextCursor(cursor);
+  log.ensureCursorVisible();
 }
 
 PictureBox::PictureBox(Border border) : Control(std::make_unique<Canvas>(*this, *this)) {

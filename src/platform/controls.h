@@ -81,6 +81,12 @@ class TextLog : public Control {
 
  protected:
   bool TakesMouse() const override { return false; }
+
+ private:
+  void ShowLater();
+  void ShowNow();
+  std::string unshown_;  // appended, not on the screen yet
+  bool show_pending_ = false;
 };
 
 /// A drawing surface with or without a sunken border of two pixels a side; X and Y of its mouse events and everything

@@ -1,5 +1,5 @@
 """Two real copies of Morva with a bad line between them: what one sends reaches the other split, merged and late. 500
-actions, from both sides at once; then both boards and both chat logs have to tell the same story.
+actions from both sides, then both boards and both chat logs have to tell the same story.
 
 Usage: relay.py [seed]. Needs root, for a network of its own for either side.
 """
@@ -11,7 +11,6 @@ import random
 import select
 import socket
 import sys
-import threading
 import time
 
 from desk import Desk, awaited, check, own_network, run
@@ -20,7 +19,7 @@ from player import CHANGE_DIALOG, CHESS, CMD_TRASH, PORT, Eyes, Player
 ACTIONS = 500
 ROUNDS = 5  # each ends with a new game
 HOLD = 0.030  # seconds that the line may keep what it got
-PACE = 0.025  # an action, at least
+PACE = 0.025  # seconds an action takes at least
 GAP = 0.010  # between two pieces of what came as one
 ASIDE = 1590, 990
 
@@ -89,22 +88,14 @@ class Actor:
         self.player, self.desk, self.chance = player, player.desk, chance
         self.squares = [i for i in range(64) if i % 8 in columns]
         self.said = []
-        self.trouble = None
         self.new_game()
 
     def new_game(self):
         self.half = {i: CHESS[i] for i in self.squares}
 
-    def act(self, actions):
-        """Does so many things; meant to run beside the other actor."""
+    def act(self):
         deeds = [self.move, self.say, self.turn, self.canned, self.change, self.trash]
-        try:
-            for deed in self.chance.choices(deeds, [55, 20, 8, 8, 6, 3], k=actions):
-                next_time = time.monotonic() + PACE
-                deed()
-                time.sleep(max(0, next_time - time.monotonic()))
-        except Exception as trouble:
-            self.trouble = trouble
+        self.chance.choices(deeds, [55, 20, 8, 8, 6, 3])[0]()
 
     def move(self):
         start, end = self._piece(), self.chance.choice([i for i in self.squares if self.half[i] == "."])
@@ -152,13 +143,13 @@ class Actor:
 
 class Table:
     def __init__(self, desks, seed):
-        self.desks, self.seed = desks, seed
+        self.desks, self.chance = desks, random.Random(seed)
 
     def connecting(self):
         own = 'ip link set lo up && exec "$0"'
         ann = Player(self.desks[0], "Ann", "unshare", "--net", "sh", "-c", own)
         ann.host()
-        self.relay = Relay(ann.process, random.Random(self.seed))
+        self.relay = Relay(ann.process, self.chance)
         self.relay.start()
         bob = Player(self.desks[1], "Bob")
         bob.join("127.0.0.1")
@@ -170,19 +161,15 @@ class Table:
         self.eyes.learn(ann, CHESS)
         for player in self.both:
             player.keys("alt+m", "a")  # accept no messages: their boxes would be in the way
-        self.actors = [Actor(ann, range(0, 4), random.Random(self.seed + 1)),
-                       Actor(bob, range(4, 8), random.Random(self.seed + 2))]
+        self.actors = [Actor(ann, range(0, 4), self.chance), Actor(bob, range(4, 8), self.chance)]
 
     def five_hundred_actions(self):
         for number in range(ROUNDS):
-            threads = [threading.Thread(target=actor.act, args=[ACTIONS // ROUNDS // 2]) for actor in self.actors]
-            for thread in threads:
-                thread.start()
-            for thread in threads:
-                thread.join()
-            for actor in self.actors:
-                check(actor.trouble is None, f"round {number}, {actor.player.nick}: {actor.trouble!r}")
-            check(self.relay.is_alive(), f"round {number}: the relay has ended")
+            for _ in range(ACTIONS // ROUNDS):
+                soonest_end = time.monotonic() + PACE
+                self.chance.choice(self.actors).act()
+                time.sleep(max(0, soonest_end - time.monotonic()))
+            check(self.relay.is_alive(), "the relay has not ended")
             self.boards_are(self.expected(), f"the boards after round {number}")
             if number < ROUNDS - 1:
                 self.both[number % 2].keys("ctrl+F1")

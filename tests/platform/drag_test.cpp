@@ -100,7 +100,7 @@ TEST_F(Drags, EndWithALeaveWhenTheyAreDisturbedAndWithoutADrop) {
       {"other window",
        [&] {
          other.activateWindow();
-         QTest::qWait(10);
+         QTest::qWait(150);  // a window that seems lost may be back in a moment
        }},
       {"disabled", [this] { form_.Enabled = false; }},
       {"mute button", [this] { Release(250, 50); }},
