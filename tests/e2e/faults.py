@@ -100,12 +100,13 @@ class Faults:
     # Before the game.
 
     def port_taken(self):
+        """A box says so in plain words, which the welcome dialog would be too narrow for; then the program ends."""
         self.desk.clear()
         with socket.create_server(("", PORT)):
             ann = Player(self.desk, "Ann")
             ann.listen()
-            box = ann.answer("Morva", "Return")
-            check(box.width > 300, "the box has something to say")
+            awaited(lambda: [(w.title, w.width > 400) for w in ann.windows()] == [("Morva", True)], "a box of one's own")
+            ann.answer("Morva", "Return")
             ann.ended()
 
     def host_that_does_not_resolve(self):
@@ -259,12 +260,13 @@ class Faults:
         ann, peer = self.host()
         self.desk.act("mousemove", *ann.square(52), "mousedown", 1, "mousemove", *ann.square(44))
         peer.send("352")
-        without = CHESS[:52] + "." + CHESS[53:]
         awaited(lambda: self.eyes.read(ann)[52] == ".", "the piece is trashed")
         self.desk.act("mousemove", *ann.square(36), "mouseup", 1)
         peer.receives("15236")
+        ann.drag(53, 37)
+        peer.receives("15337")
         self.desk.point(1590, 990)
-        self.shows(ann, without, "and the board shows no mark")
+        self.shows(ann, CHESS[:37] + "o" + CHESS[38:52] + ".." + CHESS[54:], "the board after the next move")
 
 
 def main():
