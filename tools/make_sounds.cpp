@@ -364,9 +364,7 @@ constexpr Sound kSounds[] = {
     {109, 22050, 16, 1, 270, -24, typedKey},
 };
 
-constexpr bool holdsWholeFrames(const Sound& sound) {
-  return sound.dataBytes % sound.frameBytes() == 0;
-}
+constexpr bool holdsWholeFrames(const Sound& sound) { return sound.dataBytes % sound.frameBytes() == 0; }
 static_assert(std::ranges::all_of(kSounds, holdsWholeFrames));
 
 }  // namespace

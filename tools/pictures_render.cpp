@@ -12,36 +12,16 @@ constexpr float kFar = 40.0f;
 constexpr unsigned kLightSquare = 0xc4ae8a;
 constexpr unsigned kDarkSquare = 0x86694a;
 
-Vec operator+(Vec a, Vec b) {
-  return {a.x + b.x, a.y + b.y, a.z + b.z};
-}
-Vec operator-(Vec a, Vec b) {
-  return {a.x - b.x, a.y - b.y, a.z - b.z};
-}
-Vec operator*(Vec a, float k) {
-  return {a.x * k, a.y * k, a.z * k};
-}
-Vec operator*(Vec a, Vec b) {
-  return {a.x * b.x, a.y * b.y, a.z * b.z};
-}
-float dot(Vec a, Vec b) {
-  return a.x * b.x + a.y * b.y + a.z * b.z;
-}
-Vec cross(Vec a, Vec b) {
-  return {a.y * b.z - a.z * b.y, a.z * b.x - a.x * b.z, a.x * b.y - a.y * b.x};
-}
-Vec normal(Vec a) {
-  return a * (1 / std::sqrt(dot(a, a)));
-}
-Vec mix(Vec a, Vec b, float t) {
-  return a * (1 - t) + b * t;
-}
-float length(float x, float y) {
-  return std::sqrt(x * x + y * y);
-}
-float clamp01(float v) {
-  return std::clamp(v, 0.0f, 1.0f);
-}
+Vec operator+(Vec a, Vec b) { return {a.x + b.x, a.y + b.y, a.z + b.z}; }
+Vec operator-(Vec a, Vec b) { return {a.x - b.x, a.y - b.y, a.z - b.z}; }
+Vec operator*(Vec a, float k) { return {a.x * k, a.y * k, a.z * k}; }
+Vec operator*(Vec a, Vec b) { return {a.x * b.x, a.y * b.y, a.z * b.z}; }
+float dot(Vec a, Vec b) { return a.x * b.x + a.y * b.y + a.z * b.z; }
+Vec cross(Vec a, Vec b) { return {a.y * b.z - a.z * b.y, a.z * b.x - a.x * b.z, a.x * b.y - a.y * b.x}; }
+Vec normal(Vec a) { return a * (1 / std::sqrt(dot(a, a))); }
+Vec mix(Vec a, Vec b, float t) { return a * (1 - t) + b * t; }
+float length(float x, float y) { return std::sqrt(x * x + y * y); }
+float clamp01(float v) { return std::clamp(v, 0.0f, 1.0f); }
 float smooth(float from, float to, float v) {
   const float t = clamp01((v - from) / (to - from));
   return t * t * (3 - 2 * t);

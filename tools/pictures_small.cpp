@@ -190,8 +190,6 @@ QImage small_icon(int size) {
   return image;
 }
 
-QImage hand(int scale) {
-  return scale == 1 ? small_hand() : large_hand();
-}
+QImage hand(int scale) { return scale == 1 ? small_hand() : large_hand(); }
 
 }  // namespace morva::pictures

@@ -8,11 +8,8 @@
 namespace morva {
 
 FrmChess::FrmChess()
-    : GameWindow({.caption = "Morva",
-                  .scale_width = 6720,
-                  .scale_height = 8085,
-                  .minimise_box = true,
-                  .on_task_bar = true}) {
+    : GameWindow(
+          {.caption = "Morva", .scale_width = 6720, .scale_height = 8085, .minimise_box = true, .on_task_bar = true}) {
   LayOut();
   ConnectEvents();
   PrepareSound();
@@ -163,9 +160,7 @@ void FrmChess::AddHistoryLine(const std::string& text, std::int32_t data) {
   }
 }
 
-void FrmChess::highlight(const std::string& turn) {
-  frmToolWindow->highlight(turn);
-}
+void FrmChess::highlight(const std::string& turn) { frmToolWindow->highlight(turn); }
 
 void FrmChess::ShowNicks() {
   frmToolWindow->lblOpNick.Caption = OpNick;
@@ -174,20 +169,12 @@ void FrmChess::ShowNicks() {
   }
 }
 
-void FrmChess::ClearHistory() {
-  frmToolWindow->lstHist.Clear();
-}
+void FrmChess::ClearHistory() { frmToolWindow->lstHist.Clear(); }
 
-void FrmChess::SaveGame() {
-  mnuSaveGame.Click();
-}
+void FrmChess::SaveGame() { mnuSaveGame.Click(); }
 
-bool FrmChess::AcceptsMessages() const {
-  return mnuAcceptMessages.Checked();
-}
+bool FrmChess::AcceptsMessages() const { return mnuAcceptMessages.Checked(); }
 
-void ToggleChecked(Menu& item) {
-  item.Checked = !item.Checked();
-}
+void ToggleChecked(Menu& item) { item.Checked = !item.Checked(); }
 
 }  // namespace morva
