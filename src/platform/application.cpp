@@ -1,5 +1,7 @@
 #include "platform/application.h"
 
+#include <malloc.h>
+
 #include <QApplication>
 #include <QIcon>
 #include <QKeyEvent>
@@ -38,6 +40,8 @@ std::string& TitleText() {
   static std::string title = "Morva";
   return title;
 }
+
+constexpr int kLargeBlock = 128 * 1024;  // bytes
 
 bool IsInput(QEvent::Type type) {
   switch (type) {
@@ -154,6 +158,8 @@ class Application::Impl {
 };
 
 Application::Application(int& argc, char** argv) {
+  // Pictures are drawn by way of large images that live for a moment: their memory goes back to the system at once.
+  ::mallopt(M_MMAP_THRESHOLD, kLargeBlock);
   // Where a Wayland session lets no program place its windows, the X server beside it does.
   if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "xcb;wayland");
   QApplication::setStyle(new Style);

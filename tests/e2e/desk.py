@@ -14,7 +14,6 @@ import subprocess
 import tempfile
 import time
 import traceback
-import zlib
 from pathlib import Path
 
 TWIPS = 15  # a pixel
@@ -38,6 +37,15 @@ def awaited(condition, words, seconds=15.0):
             raise Failure(f"{words}: not within {seconds:g} s")
         time.sleep(0.01)
     return result
+
+
+def settled(look):
+    """What `look` sees as soon as it stays the same for a while."""
+    last = None
+    while last != (now := look()):
+        last = now
+        time.sleep(0.15)
+    return now
 
 
 def own_network():
@@ -77,7 +85,7 @@ def keep_pictures(desks, name):
     FAILURES.mkdir(exist_ok=True)
     for number, desk in enumerate(desks, 1):
         path = FAILURES / f"{name}-{number}.png"
-        desk.picture().save(path)
+        desk.output("import", "-window", "root", path)
         print(f"         the screen is in {path}")
 
 
@@ -116,21 +124,6 @@ class Picture:
             return None
         columns = {x // 4 for y in rows for x, (a, b) in enumerate(zip(self.rows[y], other.rows[y])) if a != b}
         return min(columns), rows[0], max(columns) - min(columns) + 1, rows[-1] - rows[0] + 1
-
-    def save(self, path):
-        """Writes the picture as a PNG file."""
-        lines = bytearray()
-        for row in self.rows:
-            line = bytearray(len(row) // 4 * 3)
-            line[0::3], line[1::3], line[2::3] = row[2::4], row[1::4], row[0::4]
-            lines += b"\0" + line
-
-        def chunk(kind, data):
-            return struct.pack(">I", len(data)) + kind + data + struct.pack(">I", zlib.crc32(kind + data))
-
-        header = struct.pack(">IIBBBBB", len(self.rows[0]) // 4, len(self.rows), 8, 2, 0, 0, 0)
-        body = chunk(b"IHDR", header) + chunk(b"IDAT", zlib.compress(lines, 1)) + chunk(b"IEND", b"")
-        Path(path).write_bytes(b"\x89PNG\r\n\x1a\n" + body)
 
 
 class Window:
@@ -199,8 +192,8 @@ class Desk:
 
     def _start(self):
         reader, writer = os.pipe()
-        self.start("Xvfb", "-displayfd", writer, "-screen", "0", "1600x1000x24", "-fbdir", self.folder, "-noreset", "-nolisten",
-                   "tcp", pass_fds=[writer])
+        self.start("Xvfb", "-displayfd", writer, "-screen", "0", "1600x1000x24", "-fbdir", self.folder, "-noreset",
+                   "-nolisten", "tcp", pass_fds=[writer])
         os.close(writer)
         with os.fdopen(reader) as display:
             number = display.readline().strip()

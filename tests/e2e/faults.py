@@ -105,7 +105,7 @@ class Faults:
         with socket.create_server(("", PORT)):
             ann = Player(self.desk, "Ann")
             ann.listen()
-            awaited(lambda: [(w.title, w.width > 400) for w in ann.windows()] == [("Morva", True)], "a box of one's own")
+            awaited(lambda: [(w.title, w.width > 400) for w in ann.windows()] == [("Morva", True)], "the box")
             ann.answer("Morva", "Return")
             ann.ended()
 

@@ -5,7 +5,7 @@ import shutil
 import tempfile
 from pathlib import Path
 
-from desk import TWIPS, awaited, check
+from desk import awaited, check
 
 ROOT = Path(__file__).resolve().parents[2]
 PROGRAM = Path(os.environ.get("MORVA", ROOT / "build" / "morva")).resolve()
@@ -75,8 +75,8 @@ class Player:
         return titles[0].removeprefix("Morva - ") if titles else ""
 
     def ended(self):
-        code = awaited(lambda: (self.process.poll() is not None) and [self.process.poll()], f"{self.nick}'s program ends")
-        check(code == [0], f"{self.nick}'s program ended with {code[0]}")
+        awaited(lambda: self.process.poll() is not None, f"{self.nick}'s program ends")
+        check(self.process.returncode == 0, f"{self.nick}'s program ended with {self.process.returncode}")
         complaints = self.complaints.read_text()
         check(not complaints, f"{self.nick}'s program complained: {complaints}")
 
@@ -140,6 +140,7 @@ class Player:
         return self.main.height - MAIN_HEIGHT
 
     def drag(self, start, end):
+        self.main.activate()
         self.desk.drag(self.square(start), self.square(end))
 
     def below_bar(self, x, y, width, height):

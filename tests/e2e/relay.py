@@ -135,7 +135,8 @@ class Actor:
 
     def _dialog(self, square):
         self.desk.click(*self.player.square(square), button=3)
-        awaited(lambda: self.desk.active() not in (0, int(self.player.main.ident, 16)), "the change dialog has the keys")
+        main = int(self.player.main.ident, 16)
+        awaited(lambda: self.desk.active() not in (0, main), "the change dialog has the keys")
 
     def _dialog_gone(self):
         awaited(lambda: self.desk.active() == int(self.player.main.ident, 16), "the main window has the keys again")
@@ -200,8 +201,9 @@ class Table:
                 said = [line.removeprefix(mark) for line in log if line.startswith(mark)]
                 check(said == actor.said, f"{player.nick}'s log: {first_difference(said, actor.said)}")
             check(len(log) == sum(len(actor.said) for actor in self.actors), f"{player.nick}'s log has other lines")
-        print(f"         {len(log)} lines of chat, {self.relay.pieces.value} pieces on the line, {self.relay.splits.value} splits, "
-              f"{self.relay.merges.value} merges")
+        relay = self.relay
+        print(f"         {len(log)} lines of chat, {relay.pieces.value} pieces on the line, {relay.splits.value} splits, "
+              f"{relay.merges.value} merges")
 
     def leaving(self):
         self.both[1].keys("alt+g", "q")
