@@ -6,6 +6,7 @@ The two programs of a comparison take turns in one run, so that whatever else th
 compared are the medians; beside them stands how far the single pairs lie apart.
 """
 
+import multiprocessing
 import os
 import random
 import socket
@@ -24,6 +25,7 @@ from player import PORT, PROGRAM, SQUARE, Player  # noqa: E402
 STARTS = 15
 MOVES = 101
 IDLE_WINDOWS, IDLE_SECONDS = 3, 10
+FLOOD_SECONDS = 10
 BARE_PORT = 2950
 LOOK_SECONDS = 0.00005
 ASIDE = 1590, 990  # where the pointer is over nothing
@@ -58,6 +60,10 @@ class Watch:
         return time.perf_counter()
 
 
+def verdict(reached):
+    return "reached" if reached else "not reached"
+
+
 def row(words, ours, bare, unit, reach):
     """Prints one comparison: the medians, their ratio, the spread of the pairs' ratios."""
     factor, name = unit
@@ -66,7 +72,7 @@ def row(words, ours, bare, unit, reach):
     tenth = len(pairs) // 10
     print(f"{words:44} {statistics.median(ours) * factor:7.2f} {name} {statistics.median(bare) * factor:7.2f} {name} "
           f"{ratio:6.2f}  {pairs[tenth]:5.2f} to {pairs[-1 - tenth]:5.2f}  "
-          + (f"{reach:5.2f}  {'reached' if ratio <= reach else 'not reached'}" if reach else "    -"), flush=True)
+          + (f"{reach:5.2f}  {verdict(ratio <= reach)}" if reach else "    -"), flush=True)
 
 
 def start_time(desk, *command):
@@ -153,9 +159,38 @@ def idle(process):
 
 def look_at_idleness(player, empty):
     ours = sorted(idle(player.process) for _ in range(IDLE_WINDOWS))
-    verdict = "reached" if statistics.median(ours) < 0.2 else "not reached"
     print(f"{'processor time of the idle table':44} {statistics.median(ours):7.3f} %  {idle(empty):7.3f} %  "
-          f"{'':6} {ours[0]:6.3f} to {ours[-1]:6.3f}   0.2   {verdict}", flush=True)
+          f"{'':6} {ours[0]:6.3f} to {ours[-1]:6.3f}   0.2   {verdict(statistics.median(ours) < 0.2)}",
+          flush=True)
+
+
+def under_a_flood(desk, player, guest):
+    """The other side sends at full speed: the most memory there is, and the longest that a click waits for its effect."""
+
+    def send():
+        while True:
+            guest.line.sendall(b"1523613652" * 1000)
+
+    flood = multiprocessing.get_context("fork").Process(target=send)
+    flood.start()
+    ends = time.monotonic() + FLOOD_SECONDS
+    memory, waits = [], []
+    x, y = player.main.x + 11, player.main.y + player.bar + 11  # the button in the board's corner
+    while time.monotonic() < ends:
+        desk.point(x, y)
+        time.sleep(0.5)
+        watch = Watch(desk, x - 6, y - 6, 12, 12, 2)
+        began = time.perf_counter()
+        desk.act("mousedown", 1)
+        waits.append(1000 * (watch.wait("the pressed button") - began))
+        desk.act("mouseup", 1)
+        desk.point(*ASIDE)
+        time.sleep(0.2)
+        memory.append(resident(player.process)[0] / 1024)
+    flood.terminate()
+    flood.join()
+    print(f"{'memory under a flood, at most':44} {max(memory):7.2f} MB {'':29}  128    {verdict(max(memory) < 128)}")
+    print(f"{'a click under a flood, at most':44} {max(waits):7.2f} ms {'':29}  200    {verdict(max(waits) < 200)}")
 
 
 def at_the_table(desk):
@@ -177,6 +212,7 @@ def at_the_table(desk):
     compare_moves(desk, player, guest, bare_line, bare_window)
     time.sleep(1)
     look_at_idleness(player, empty)
+    under_a_flood(desk, player, guest)
 
 
 def main():

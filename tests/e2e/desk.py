@@ -176,6 +176,7 @@ class Desk:
             "HOME": str(self.folder),
             "XDG_RUNTIME_DIR": str(self.folder),
             "LANG": "C.UTF-8",
+            **{name: value for name, value in os.environ.items() if name.endswith("SAN_OPTIONS")},
         }
 
     def __enter__(self):
