@@ -165,7 +165,7 @@ def look_at_idleness(player, empty):
 
 
 def under_a_flood(desk, player, guest):
-    """The other side sends at full speed: the most memory there is, and the longest that a click waits for its effect."""
+    """The other side sends at full speed: the most memory, and the longest that a click waits for its effect."""
 
     def send():
         while True:

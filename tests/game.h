@@ -38,6 +38,7 @@ class BoxUser {
     QObject::connect(&clock_, &QTimer::timeout, [this] { Answer(); });
     clock_.start(5);
   }
+  void Rest() { clock_.stop(); }
   Lines boxes;
 
  private:

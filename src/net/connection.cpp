@@ -29,6 +29,7 @@ Connection::Connection() {
   };
   socket_.Closed = [this] {
     HandOutTheRest();
+    queue_ = {};  // nobody is there to hear it
     Closed();
   };
   quiet_.Tick = [this] {

@@ -63,9 +63,11 @@ void GameWindow::ReceiveWord(const std::string& Data) {
   out("<" + OpNick + ">  " + TextOf(Data));
 }
 
-// A box stays until the user answers it, and messages go on arriving: the same text is not put over itself.
+// A box stays until the user answers it, and messages go on arriving: the same text is not put over itself, and there
+// is an end to the pile.
 void GameWindow::ShowMessage(const std::string& text) {
-  if (!shown_messages_.insert(text).second) return;
+  constexpr std::size_t kMostBoxes = 8;
+  if (shown_messages_.size() == kMostBoxes || !shown_messages_.insert(text).second) return;
   MsgBox(text, "Message");
   shown_messages_.erase(text);
 }

@@ -30,7 +30,7 @@ FrmControl::FrmControl() : Form({.scale_width = 4590, .scale_height = 960}) {
 void FrmControl::Form_Load() {
   PicIcon.Picture = "icon-32";
   Host = frmWelcome->txtHost.Text();
-  Nick = Printable(frmWelcome->txtNick.Text());
+  Nick = Printable(SingleLine(frmWelcome->txtNick.Text()));
   Mode = frmWelcome->rdoGuest.Value() ? "client" : "server";
   Unload(frmWelcome);
   if (Mode == "client") {

@@ -48,7 +48,7 @@ FrmWelcome::FrmWelcome()
 
 void FrmWelcome::Form_Load() {
   rdoGuest.Value = true;
-  lblCopy.Caption = "A board for two\nby The Morva developers\n\nBuild #" + std::to_string(App::Revision);
+  lblCopy.Caption = "A board for two\nmade with care\n\nBuild #" + std::to_string(App::Revision);
 }
 
 void FrmWelcome::Form_Activate() { Unload(frmSplash); }

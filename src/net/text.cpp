@@ -79,6 +79,16 @@ std::string TextOf(std::string_view bytes) {
   return Printable(text);
 }
 
+std::string SingleLine(std::string_view text) {
+  std::string result;
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    const bool blank = text[i] == '\t' || text[i] == '\n' || text[i] == '\r';
+    result += blank ? ' ' : text[i];
+    if (text.substr(i).starts_with("\r\n")) ++i;
+  }
+  return result;
+}
+
 std::string Printable(std::string_view text) {
   std::string result;
   while (!text.empty()) {

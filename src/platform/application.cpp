@@ -81,7 +81,8 @@ class Gate : public QObject {
  public:
   bool eventFilter(QObject* receiver, QEvent* event) override {
     const bool input = IsInput(event->type());
-    if (!input && event->type() != QEvent::WindowDeactivate) return false;
+    const bool activation = event->type() == QEvent::WindowActivate || event->type() == QEvent::WindowDeactivate;
+    if (!input && !activation) return false;
     if (!receiver->isWidgetType()) return false;
     const auto& widget = *static_cast<QWidget*>(receiver);
     if (Drag::Takes(widget, *event)) return true;

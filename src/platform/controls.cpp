@@ -14,6 +14,7 @@
 #include <QStylePainter>
 #include <QTimer>
 
+#include "platform/edge.h"
 #include "platform/picture.h"
 #include "platform/qt_values.h"
 
@@ -33,6 +34,23 @@ void Tint(QWidget& widget, QPalette::ColorRole role, Color color) {
 }
 
 QString StoredPicture(const std::string& name) { return QtText(":/pictures/" + name + ".png"); }
+
+// The layout of a run without a blank takes the square of its length: a long one may break here and there.
+QString WithBreaks(const QString& text) {
+  constexpr int kLongest = 200;
+  constexpr QChar kBreak(0x200B);
+  QString result;
+  int run = 0;
+  for (const QChar c : text) {
+    run = c.isSpace() ? 0 : run + 1;
+    if (run > kLongest && !c.isLowSurrogate()) {
+      result += kBreak;
+      run = 1;
+    }
+    result += c;
+  }
+  return result;
+}
 
 // A push button whose caption wraps.
 class WrappingButton : public QPushButton {
@@ -68,6 +86,32 @@ class FittingLabel : public QLabel {
   void resizeEvent(QResizeEvent* /*event*/) override { Fit(); }
 };
 
+// The Tab key enters its group at the chosen button, the arrow keys walk through the group in the tab order, wherever
+// the buttons stand.
+class GroupedButton : public QRadioButton {
+ public:
+  void BecomeChosen() {
+    if (group() == nullptr) return;
+    const QList<QAbstractButton*> buttons = group()->buttons();
+    for (QAbstractButton* button : buttons) button->setFocusPolicy(button == this ? Qt::StrongFocus : Qt::ClickFocus);
+  }
+
+ protected:
+  void keyPressEvent(QKeyEvent* event) override {
+    const bool forward = event->key() == Qt::Key_Down || event->key() == Qt::Key_Right;
+    if (!forward && event->key() != Qt::Key_Up && event->key() != Qt::Key_Left) {
+      return QRadioButton::keyPressEvent(event);
+    }
+    const QList<QAbstractButton*> buttons = group()->buttons();
+    QWidget* next = this;
+    do {
+      next = forward ? next->nextInFocusChain() : next->previousInFocusChain();
+    } while (!buttons.contains(next));
+    static_cast<QRadioButton*>(next)->setChecked(true);
+    next->setFocus(Qt::TabFocusReason);
+  }
+};
+
 class InputLine : public QLineEdit {
  public:
   std::function<void(int)> key_press;
@@ -97,9 +141,10 @@ class Canvas : public QFrame {
   QPixmap stored;
 
  protected:
-  void paintEvent(QPaintEvent* event) override {
+  void paintEvent(QPaintEvent* /*event*/) override {
     const QRect inside = contentsRect();
     QPainter painter(this);
+    if (inside != rect()) PaintEdge(painter, rect(), Edge::kSunken, palette());
     if (!stored.isNull()) {
       painter.setRenderHint(QPainter::SmoothPixmapTransform);
       painter.drawPixmap(inside, stored);
@@ -112,7 +157,6 @@ class Canvas : public QFrame {
       }
       painter.drawPixmap(inside.topLeft(), picture_);
     }
-    QFrame::paintEvent(event);
   }
 
  private:
@@ -202,12 +246,14 @@ CommandButton::CommandButton() : Control(std::make_unique<WrappingButton>()) {
   });
 }
 
-OptionButton::OptionButton() : Control(std::make_unique<QRadioButton>()) {
+OptionButton::OptionButton() : Control(std::make_unique<GroupedButton>()) {
   Caption.assigned = [this] { As<QRadioButton>(*this).setText(QtText(Caption())); };
   Value.assigned = [this] { As<QRadioButton>(*this).setChecked(Value()); };
   QObject::connect(&As<QRadioButton>(*this), &QRadioButton::toggled, [this](bool on) {
     Value.Store(on);
-    if (on && Click) Click();
+    if (!on) return;
+    As<GroupedButton>(*this).BecomeChosen();
+    if (Click) Click();
   });
 }
 
@@ -271,13 +317,14 @@ TextBox::TextBox() : Control(std::make_unique<InputLine>()) {
 TextLog::TextLog() : Control(std::make_unique<QPlainTextEdit>()) {
   auto& log = As<QPlainTextEdit>(*this);
   log.setReadOnly(true);
+  log.setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
   log.setUndoRedoEnabled(false);
   log.setWordWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
   log.setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
   log.setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
   Text.assigned = [this] {
     unshown_.clear();
-    As<QPlainTextEdit>(*this).setPlainText(QtText(Text()));
+    As<QPlainTextEdit>(*this).setPlainText(WithBreaks(QtText(Text())));
   };
   SelStart.assigned = [this] { ShowLater(); };
 }
@@ -300,7 +347,7 @@ void TextLog::ShowNow() {
   auto& log = As<QPlainTextEdit>(*this);
   QTextCursor cursor(log.document());
   cursor.movePosition(QTextCursor::End);
-  cursor.insertText(QtText(unshown_).remove('\r'));
+  cursor.insertText(WithBreaks(QtText(unshown_).remove('\r')));
   unshown_.clear();
   cursor.setPosition(std::min(SelStart(), cursor.position()));
   log.setTextCursor(cursor);

@@ -17,6 +17,7 @@ namespace morva {
 namespace {
 
 constexpr int kNarrowestBox = 220;  // pixels
+constexpr int kLongestText = 500;   // characters; the buttons must stay on the screen
 
 QMessageBox::Icon IconOf(MsgBoxIcon icon) {
   switch (icon) {
@@ -55,11 +56,15 @@ bool Ask(CommonDialog& settings, QFileDialog::AcceptMode mode) {
   if (!settings.FileName.empty() && !QDir::isAbsolutePath(QtText(settings.FileName))) {
     dialog.selectFile(QtText(settings.FileName));
   }
-  // A pattern asks for a name; it is none.
+  QStringList chosen;
   do {
-    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty()) return false;
-  } while (dialog.selectedFiles().front().contains('*'));
-  settings.FileName = StdText(dialog.selectedFiles().front());
+    chosen = dialog.exec() == QDialog::Accepted ? dialog.selectedFiles() : QStringList();
+    // A pattern asks for a name; it is none.
+  } while (!chosen.isEmpty() && chosen.front().contains('*'));
+  // Where the question about overwriting goes together with the dialog, the window manager may choose another window.
+  if (QWidget* parent = dialog.parentWidget()) parent->activateWindow();
+  if (chosen.isEmpty()) return false;
+  settings.FileName = StdText(chosen.front());
   return true;
 }
 
@@ -68,7 +73,8 @@ bool Ask(CommonDialog& settings, QFileDialog::AcceptMode mode) {
 MsgBoxResult MsgBox(const std::string& text, const std::string& title, MsgBoxButtons buttons, MsgBoxIcon icon) {
   QMessageBox box(Parent());
   box.setTextFormat(Qt::PlainText);
-  box.setText(QtText(text));
+  const QString whole = QtText(text);
+  box.setText(whole.size() <= kLongestText ? whole : whole.left(kLongestText) + "…");
   box.setWindowTitle(QtText(title));
   box.setIcon(IconOf(icon));
   box.setStandardButtons(buttons == MsgBoxButtons::kOk ? QMessageBox::StandardButtons(QMessageBox::Ok)

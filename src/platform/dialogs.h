@@ -24,7 +24,7 @@ class CommonDialog {
   std::string Filter;    ///< "Text (*.txt)|*.txt"
   int Flags = 0;         ///< the k… flags above, added
   std::string InitDir;   ///< where the dialog starts; the user's documents folder where this one can't be written to
-  std::string FileName;  ///< preset before, the choice after, as typed, with its folder
+  std::string FileName;  ///< the choice, as typed, with its folder; a name without a folder is offered at the start
 
   /// Waits for the user. False: the user gave no name, and FileName is as it was.
   bool ShowOpen();

@@ -1,5 +1,6 @@
 #include "platform/drag.h"
 
+#include <QApplication>
 #include <QCursor>
 #include <QGuiApplication>
 #include <QKeyEvent>
@@ -16,17 +17,19 @@ namespace morva {
 
 namespace {
 
-// Where a drag is: over a control, over the bare window (no control), or outside (no place at all).
+// Where a drag is: over a control, over the bare window (no control), or outside or over another window (no place at
+// all).
 struct Target {
   Control* control = nullptr;
   QPointF twips;
 };
 
 struct Running {
+  Running(Control& from, Form& window) : source(from), form(window) {}
   Control& source;
   Form& form;
   std::optional<Target> target;
-  bool in_doubt = false;           // the window may have been lost
+  QTimer doubt;                    // runs while the window may have been lost
   std::optional<QPoint> released;  // where the button was released in the meantime
 };
 
@@ -39,7 +42,8 @@ bool SamePlace(const std::optional<Target>& a, const std::optional<Target>& b) {
 std::optional<Target> TargetAt(const Form& form, QPoint screen) {
   const QWidget* client = form.Client();
   const QPoint place = client->mapFromGlobal(screen);
-  if (!client->rect().contains(place)) return std::nullopt;
+  const bool covered = QApplication::topLevelAt(screen) != form.Native();
+  if (covered || !client->rect().contains(place)) return std::nullopt;
   Control* control = ControlOf(client->childAt(place));
   const QWidget* widget = control != nullptr ? control->Native() : client;
   return Target{control, QPointF(widget->mapFromGlobal(screen) - widget->contentsRect().topLeft()) * kTwipsPerPixel};
@@ -87,20 +91,22 @@ void Cancel() {
   Finish();
 }
 
-// A window that has just been clicked can hear late that it had been left before: whether it is lost shows a moment
-// later, and a release waits for that.
+void EndDoubt() {
+  running->doubt.stop();
+  if (!running->form.Native()->isActiveWindow()) {
+    Cancel();
+  } else if (running->released) {
+    DropAt(*running->released);
+  }
+}
+
+// A window that has just been clicked can hear late that it had been left before: it is lost only if it is not back in
+// a moment, and a release waits for that.
 void Doubt() {
-  constexpr int kMomentMs = 60;
-  running->in_doubt = true;
-  QTimer::singleShot(kMomentMs, [] {
-    if (!running || !running->in_doubt) return;
-    running->in_doubt = false;
-    if (!running->form.Native()->isActiveWindow()) {
-      Cancel();
-    } else if (running->released) {
-      DropAt(*running->released);
-    }
-  });
+  constexpr int kMomentMs = 250;
+  running->doubt.setSingleShot(true);
+  running->doubt.callOnTimeout(EndDoubt);
+  running->doubt.start(kMomentMs);
 }
 
 QCursor Hand() {
@@ -113,7 +119,7 @@ QCursor Hand() {
 void Drag::Begin(Control& source, QPoint screen) {
   Form* form = FormOf(source.Native());
   if (form == nullptr || running) return;
-  running.emplace(Running{source, *form, std::nullopt, false, std::nullopt});
+  running.emplace(source, *form);
   QGuiApplication::setOverrideCursor(Hand());
   MoveTo(screen);
 }
@@ -131,10 +137,15 @@ bool Drag::Takes(const QWidget& receiver, QEvent& event) {
     case QEvent::MouseButtonRelease:
       if (static_cast<QMouseEvent&>(event).button() != Qt::LeftButton) return true;
       running->released = static_cast<QMouseEvent&>(event).globalPosition().toPoint();
-      if (!running->in_doubt) DropAt(*running->released);
+      if (!running->doubt.isActive()) DropAt(*running->released);
       return true;
     case QEvent::MouseButtonPress:
     case QEvent::MouseButtonDblClick:
+      // The user goes on here: there was nothing to doubt.
+      if (running->released) {
+        DropAt(*running->released);
+        return false;
+      }
       Cancel();
       return true;
     case QEvent::KeyPress:
@@ -143,6 +154,9 @@ bool Drag::Takes(const QWidget& receiver, QEvent& event) {
       return true;
     case QEvent::WindowDeactivate:
       if (FormOf(&receiver) == &running->form) Doubt();
+      return false;
+    case QEvent::WindowActivate:
+      if (FormOf(&receiver) == &running->form && running->doubt.isActive()) EndDoubt();
       return false;
     default:
       return false;

@@ -1,7 +1,5 @@
 #include "platform/form.h"
 
-#include <qdrawutil.h>
-
 #include <QApplication>
 #include <QCloseEvent>
 #include <QIcon>
@@ -14,8 +12,10 @@
 #include <QScreen>
 #include <QTimer>
 #include <QWindow>
+#include <cmath>
 
 #include "platform/drag.h"
+#include "platform/edge.h"
 #include "platform/qt_values.h"
 #include "platform/registry.h"
 
@@ -39,6 +39,17 @@ Qt::WindowFlags FlagsOf(const FormStyle& style) {
 }
 
 QRect TwipsToPixels(double left, double top, QSize size) { return {QPoint(ToPixels(left), ToPixels(top)), size}; }
+
+// The toolkit's own ellipses are not alike on all sides.
+QRegion RoundRegion(QSize size) {
+  QRegion region;
+  for (int y = 0; y < size.height(); ++y) {
+    const double height = 2 * (y + 0.5) / size.height() - 1;  // of this row's middle, -1 to 1
+    const int margin = qRound(size.width() * (1 - std::sqrt(1 - height * height)) / 2);
+    region += QRect(margin, y, size.width() - 2 * margin, 1);
+  }
+  return region;
+}
 
 bool OnAnyScreen(const QRect& place) {
   const auto screens = QGuiApplication::screens();
@@ -88,7 +99,7 @@ class Form::Native_ : public QWidget {
       default:
         setFixedSize(whole);
     }
-    if (style_.round) setMask(QRegion(QRect(QPoint(), whole), QRegion::Ellipse));
+    if (style_.round) setMask(RoundRegion(whole));
     LayClient();
   }
 
@@ -120,6 +131,7 @@ class Form::Native_ : public QWidget {
     const bool seen = wanted_ && OnAnyScreen({place_, frameGeometry().size()});
     if (seen == isVisible()) return;
     setVisible(seen);
+    if (seen && focusWidget() == nullptr) FocusFirstStop();
     // Some window managers hand the activation to another window; the program's own order of steps relies on it.
     if (seen && !style_.round) activation_.start(300);
   }
@@ -133,7 +145,8 @@ class Form::Native_ : public QWidget {
   }
 
   bool event(QEvent* event) override {
-    if (event->type() == QEvent::WindowActivate) {
+    // What reaches a window that is gone must not wake what it refers to.
+    if (event->type() == QEvent::WindowActivate && wanted_) {
       if (form_.Enabled()) {
         Activated();
       } else {
@@ -160,13 +173,14 @@ class Form::Native_ : public QWidget {
   QPixmap background_;
   QPushButton* default_button_ = nullptr;
   QPushButton* cancel_button_ = nullptr;
+  std::vector<QWidget*> tab_order_;
   bool loading_ = true;
 
  protected:
   void paintEvent(QPaintEvent* /*event*/) override {
     if (Edge() == 0) return;
     QPainter painter(this);
-    qDrawWinPanel(&painter, rect(), palette());
+    PaintEdge(painter, rect(), Edge::kRaised, palette());
   }
 
   void resizeEvent(QResizeEvent* /*event*/) override {
@@ -176,6 +190,14 @@ class Form::Native_ : public QWidget {
 
   void moveEvent(QMoveEvent* /*event*/) override {
     if (isVisible()) place_ = frameGeometry().topLeft();
+  }
+
+  // Some window managers offer to minimise what is not meant to be: it would be hard to find again.
+  void changeEvent(QEvent* event) override {
+    if (event->type() == QEvent::WindowStateChange && isMinimized() && !style_.minimise_box) {
+      QTimer::singleShot(0, this, [this] { setWindowState(windowState() & ~Qt::WindowMinimized); });
+    }
+    QWidget::changeEvent(event);
   }
 
   void closeEvent(QCloseEvent* event) override {
@@ -200,6 +222,14 @@ class Form::Native_ : public QWidget {
   }
 
  private:
+  // The toolkit would begin with what was put on the window first.
+  void FocusFirstStop() const {
+    const auto first = std::find_if(tab_order_.begin(), tab_order_.end(), [](const QWidget* stop) {
+      return stop->isEnabled() && (stop->focusPolicy() & Qt::TabFocus) != 0;
+    });
+    if (first != tab_order_.end()) (*first)->setFocus();
+  }
+
   static void ActivateEnabledForm() {
     const QWidgetList windows = QApplication::topLevelWidgets();
     for (QWidget* window : windows) {
@@ -213,7 +243,7 @@ class Form::Native_ : public QWidget {
   void Activated() {
     const bool awaited = activation_.isActive();
     activation_.stop();
-    if (!awaited && !isActiveWindow()) return;
+    if (!wanted_ || (!awaited && !isActiveWindow())) return;
     form_.Form_Activate();
     form_.Form_GotFocus();
   }
@@ -311,7 +341,8 @@ void Form::StayOnTop(bool on) {
   if (QWindow* window = native_->windowHandle()) {
     native_->overrideWindowFlags(native_->windowFlags().setFlag(Qt::WindowStaysOnTopHint, on));
     window->setFlag(Qt::WindowStaysOnTopHint, on);
-    if (on) native_->raise();
+    // A window that may be covered again is not covered yet.
+    native_->raise();
   } else {
     native_->setWindowFlag(Qt::WindowStaysOnTopHint, on);
   }
@@ -340,6 +371,7 @@ void Form::Place(const std::vector<LayoutRow>& rows) {
 
 void Form::TabOrder(const std::vector<Control*>& order) {
   for (std::size_t i = 1; i < order.size(); ++i) QWidget::setTabOrder(order[i - 1]->Native(), order[i]->Native());
+  for (const Control* control : order) native_->tab_order_.push_back(control->Native());
 }
 
 void Form::SetMenu(std::initializer_list<Menu::Row> rows) {
@@ -367,7 +399,10 @@ void Form::SetPicture(const std::string& name) {
   native_->client_.update();
 }
 
-void Form::DefaultButton(Control& button) { native_->default_button_ = static_cast<QPushButton*>(button.Native()); }
+void Form::DefaultButton(Control& button) {
+  native_->default_button_ = static_cast<QPushButton*>(button.Native());
+  native_->default_button_->setDefault(true);
+}
 
 void Form::CancelButton(Control& button) { native_->cancel_button_ = static_cast<QPushButton*>(button.Native()); }
 

@@ -12,8 +12,9 @@ Menu::~Menu() = default;
 void Menu::Become(QAction* action, const Row& row) {
   action_ = action;
   Caption.assigned = [this] {
-    action_->setSeparator(Caption() == "-");
-    action_->setText(QtText(Caption()));
+    const bool separator = Caption() == "-";
+    action_->setSeparator(separator);
+    action_->setText(separator ? QString() : QtText(Caption()));
   };
   Checked.assigned = [this] {
     action_->setCheckable(true);

@@ -25,7 +25,7 @@ void FrmChess::txtIn_KeyPress(int KeyAscii) {
     PlayResourceSound(109);
     return;
   }
-  const std::string line = Printable(txtIn.Text());
+  const std::string line = Printable(SingleLine(txtIn.Text()));
   if (line.empty()) return;
   if (Lower(line) == "/clear") {
     txtOut.Text = "";

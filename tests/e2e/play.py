@@ -391,6 +391,15 @@ class Game:
         self.move(self.bob, 9, 25)
         kept = self.expected
         check(self.ann.saved("middle.mrv") == kept, "the file holds what the board shows")
+        self.ann.keys("F2")
+        window = self.ann.window("Save Game as")
+        window.activate()
+        self.desk.enter("middle.mrv")
+        self.desk.keys("alt+y")  # overwrite
+        self.ann.gone("Save Game as")
+        log = self.bob.below_bar(*LOG_TEXT)
+        self.desk.enter("saved")  # the main window has the keys again
+        self.log_changes(self.bob, log, "Ann's line arrives")
         self.move(self.bob, 3, 38)
         self.dialog_on(self.bob, 63).click(*CMD_TRASH)
         self.bob.gone(CHANGE_DIALOG)

@@ -13,7 +13,7 @@ import socket
 import sys
 import time
 
-from desk import Desk, awaited, check, own_network, run
+from desk import Desk, Failure, awaited, check, own_network, run
 from player import CHANGE_DIALOG, CHESS, CMD_TRASH, PORT, Eyes, Player
 
 ACTIONS = 500
@@ -185,8 +185,10 @@ class Table:
     def boards_are(self, board, words):
         for player in self.both:
             player.desk.point(*ASIDE)
-            awaited(lambda: self.eyes.read(player) == board,
-                    f"{words}, {player.nick}: {self.eyes.read(player)} instead of {board}")
+            try:
+                awaited(lambda: self.eyes.read(player) == board, f"{words}, {player.nick}")
+            except Failure as failure:
+                raise Failure(f"{failure}; {self.eyes.read(player)} instead of {board}") from None
 
     def the_saved_games(self):
         games = [player.saved("last.mrv") for player in self.both]
@@ -202,8 +204,8 @@ class Table:
                 check(said == actor.said, f"{player.nick}'s log: {first_difference(said, actor.said)}")
             check(len(log) == sum(len(actor.said) for actor in self.actors), f"{player.nick}'s log has other lines")
         relay = self.relay
-        print(f"         {len(log)} lines of chat, {relay.pieces.value} pieces on the line, {relay.splits.value} splits, "
-              f"{relay.merges.value} merges")
+        print(f"         {len(log)} lines of chat, {relay.pieces.value} pieces on the line, "
+              f"{relay.splits.value} splits, {relay.merges.value} merges")
 
     def leaving(self):
         self.both[1].keys("alt+g", "q")

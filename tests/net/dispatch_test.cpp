@@ -107,6 +107,24 @@ TEST_F(Dispatch, CannedWordsOpenABoxAndEverythingElseIsChat) {
                                "Message|<i>Bob</i> & [*] wins!|0"}));
   EXPECT_EQ(frmChess->txtOut.Text(), "");
 
+  // Nobody answers these, and there is an end to the pile.
+  qsizetype most = 0;
+  std::function<void(int)> pile = [&](int number) {
+    if (number > 20) {
+      for (QWidget* window : QApplication::topLevelWidgets()) {
+        most += window->inherits("QMessageBox");
+        if (auto* box = qobject_cast<QMessageBox*>(window)) box->done(QMessageBox::Ok);
+      }
+      return;
+    }
+    QTimer::singleShot(0, frmChess->Native(), [&pile, number] { pile(number + 1); });
+    Tell("2" + std::to_string(number));
+    Tell("0iwin");
+  };
+  user.Rest();
+  pile(1);
+  EXPECT_EQ(most, 8);
+
   frmChess->mnuAcceptMessages.Checked = false;
   Tell("2Bob");
   for (const char* chat : {"0iwin", "0Check", "0check ", "0me", "xyz"}) Tell(chat);

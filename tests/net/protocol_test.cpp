@@ -108,6 +108,7 @@ TEST_F(Protocol, TheEndIsToldAfterTheLastMessages) {
   BoxUser user(QMessageBox::Yes, [&] { seen = Board().substr(36, 1) + frmChess->txtOut.Text(); });
   Send("15236");
   Send("0good bye");
+  for (int line = 0; line < 100; ++line) Transmit("nobody is left to hear it", kWords);
   peer_->disconnectFromHost();
   EXPECT_TRUE(Await([this] { return ended_ == 1; }));
   EXPECT_EQ(user.boxes, Lines{"Morva|<b>Bob</b> has left. Do you want to save the game?|2"});

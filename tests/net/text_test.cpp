@@ -73,6 +73,8 @@ TEST(Text, ThatArrivesIsUtf8OrElseOneByteACharacter) {
   for (const auto& c : cases) EXPECT_EQ(TextOf(c.bytes), c.text);
 }
 
+TEST(Text, PastedIntoOneLineHasBlanksForLineEnds) { EXPECT_EQ(SingleLine("a\tb\nc\rd\r\ne\n\rf\r"), "a b c d e  f "); }
+
 TEST(Text, PrintableReplacesControlsAndNothingNextToThem) {
   const struct {
     unsigned first, last;

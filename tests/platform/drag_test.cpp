@@ -47,7 +47,11 @@ struct DragForm : Form {
 
 class Drags : public testing::Test {
  protected:
-  void SetUp() override { Activate(); }
+  void SetUp() override {
+    other_.setGeometry(0, 0, 50, 50);
+    other_.show();
+    Activate();
+  }
   void Activate() {
     form_.Show();
     ASSERT_TRUE(QTest::qWaitForWindowActive(form_.Native()));
@@ -63,6 +67,7 @@ class Drags : public testing::Test {
   }
 
   DragForm form_;
+  QWidget other_;
 };
 
 TEST_F(Drags, TellTheControlUnderThePointer) {
@@ -91,16 +96,14 @@ TEST_F(Drags, TellTheControlUnderThePointer) {
 }
 
 TEST_F(Drags, EndWithALeaveWhenTheyAreDisturbedAndWithoutADrop) {
-  QWidget other;
-  other.show();
   const std::pair<const char*, std::function<void()>> disturbances[] = {
       {"right button", [this] { Press(112, 32, Qt::RightButton); }},
       {"middle button", [this] { Press(112, 32, Qt::MiddleButton); }},
       {"Escape", [this] { QTest::keyClick(Window(), Qt::Key_Escape); }},
       {"other window",
-       [&] {
-         other.activateWindow();
-         QTest::qWait(150);  // a window that seems lost may be back in a moment
+       [this] {
+         other_.activateWindow();
+         QTest::qWait(400);  // a window that seems lost may be back in a moment
        }},
       {"disabled", [this] { form_.Enabled = false; }},
       {"mute button", [this] { Release(250, 50); }},
@@ -119,6 +122,41 @@ TEST_F(Drags, EndWithALeaveWhenTheyAreDisturbedAndWithoutADrop) {
     EXPECT_EQ(Told().find(" of "), std::string::npos) << name;
     form_.Enabled = true;
   }
+}
+
+TEST_F(Drags, DropWhenTheWindowIsBackOrTheUserGoesOnInIt) {
+  const std::pair<const char*, std::function<void()>> signs[] = {
+      {"back",
+       [this] {
+         form_.Show();
+         Await([this] { return form_.Native()->isActiveWindow(); });
+       }},
+      {"next press", [this] { Press(112, 32, Qt::MiddleButton); }},
+  };
+  for (const auto& [name, sign] : signs) {
+    Activate();
+    Press(12, 22);
+    other_.activateWindow();
+    ASSERT_TRUE(Await([&] { return !form_.Native()->isActiveWindow(); }));
+    Told();
+    Release(112, 32);
+    EXPECT_EQ(Told().find("drop"), std::string::npos) << name;
+    sign();
+    EXPECT_TRUE(form_.told.starts_with("b drop of 0 at 150 450, ")) << name << ": " << form_.told;
+    Release(112, 32, Qt::MiddleButton);
+  }
+}
+
+TEST_F(Drags, KnowNothingUnderAnotherWindow) {
+  Press(12, 22);
+  QWidget cover;
+  cover.setGeometry(QRect(form_.Client()->mapToGlobal(QPoint(105, 25)), QSize(50, 50)));
+  cover.show();
+  Told();
+  Move(112, 32);
+  EXPECT_EQ(Told(), "a 1 of 0 at 150 300, ");
+  Release(112, 32);
+  EXPECT_EQ(Told(), "");
 }
 
 TEST_F(Drags, BeginWithTheLeftButtonAlone) {

@@ -40,6 +40,12 @@ TEST_F(Table, ADragMarksTheEmptySquareUnderThePointer) {
     QTest::mouseRelease(MainWindow(), button, {}, At(36));
     EXPECT_TRUE(marked().empty() && Board() == kStart && !frmChange.Loaded());
   }
+  QTest::mousePress(MainWindow(), Qt::LeftButton, {}, At(52));
+  QTest::mouseMove(MainWindow(), At(44));
+  Tell("352");  // the piece is gone from under the hand
+  QTest::mouseMove(MainWindow(), {-30, 10});
+  EXPECT_EQ(marked(), Squares{});
+  QTest::mouseRelease(MainWindow(), Qt::LeftButton, {}, {-30, 10});
   QTest::mousePress(MainWindow(), Qt::LeftButton, {}, At(33));  // nothing is carried
   QTest::mouseMove(MainWindow(), At(34));
   EXPECT_EQ(marked(), Squares{});

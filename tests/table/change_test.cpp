@@ -54,6 +54,22 @@ TEST_F(Change, OpensOnWhatAPlayerWillWantMost) {
   EXPECT_TRUE(Sent().empty() && History().empty());
 }
 
+TEST_F(Change, TheKeysReachEveryPieceAndColour) {
+  Open(48);
+  std::string walk;
+  const auto press = [&](Qt::Key key) {
+    QTest::keyClick(frmChange->Native()->windowHandle(), key);
+    walk += Selected().substr(0, 3) + ", ";
+  };
+  for (int stop = 0; stop < 3; ++stop) press(Qt::Key_Tab);  // OK, Cancel, Trash Piece
+  for (const Qt::Key key :
+       {Qt::Key_Up, Qt::Key_Down, Qt::Key_Down, Qt::Key_Right, Qt::Key_Down, Qt::Key_Left, Qt::Key_Tab, Qt::Key_Up}) {
+    press(key);
+  }
+  EXPECT_EQ(walk, "6 1, 6 1, 6 1, 5 1, 6 1, 7 1, 8 1, 1 1, 8 1, 8 1, 8 0, ");
+  Press(Qt::Key_Escape);
+}
+
 TEST_F(Change, OkPutsThePieceSendsAndTells) {
   Open(48);
   Press(Qt::Key_Return);
