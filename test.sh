@@ -32,4 +32,6 @@ for play in play faults relay; do
   echo "== tests/e2e/$play.py"
   MORVA="$folder/morva" python3 "tests/e2e/$play.py"
 done
+echo "== tools/demonstrate.py"
+MORVA="$folder/morva" python3 tools/demonstrate.py "$folder/demonstration"
 echo "All tests passed."

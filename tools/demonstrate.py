@@ -6,7 +6,7 @@ from pathlib import Path
 
 sys.path.insert(0, str(Path(__file__).resolve().parents[1] / "tests" / "e2e"))
 
-from desk import Desk  # noqa: E402
+from desk import Desk, own_network  # noqa: E402
 from player import START_PICTURE, Player  # noqa: E402
 
 OPENING = [(52, 36), (12, 28), (62, 45), (1, 18), (61, 34), (6, 21)]
@@ -14,13 +14,14 @@ OPENING = [(52, 36), (12, 28), (62, 45), (1, 18), (61, 34), (6, 21)]
 
 def main(folder):
     folder.mkdir(parents=True, exist_ok=True)
+    own_network()  # where it can be had, no other Morva is in the way
     with Desk() as desk:
         ann = Player(desk, "Ann")
         ann.window(START_PICTURE)
 
         def keep(name):
             time.sleep(0.5)  # for what is still on its way to the screen
-            desk.picture().save(folder / f"{name}.png")
+            desk.keep_picture(folder / f"{name}.png")
 
         keep("1-start")
         ann.host()

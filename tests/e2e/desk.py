@@ -85,7 +85,7 @@ def keep_pictures(desks, name):
     FAILURES.mkdir(exist_ok=True)
     for number, desk in enumerate(desks, 1):
         path = FAILURES / f"{name}-{number}.png"
-        desk.output("import", "-window", "root", path)
+        desk.keep_picture(path)
         print(f"         the screen is in {path}")
 
 
@@ -274,6 +274,10 @@ class Desk:
 
     def enter(self, text):
         self.act("type", "--delay", 3, "--args", 1, text, "key", "Return")
+
+    def keep_picture(self, path):
+        """Writes what the screen shows to a PNG file."""
+        subprocess.run(["import", "-window", "root", path], env=self.environment, check=True)
 
     def picture(self, x=0, y=0, width=None, height=None):
         width, height = width or self.width, height or self.height
