@@ -38,7 +38,6 @@ class BoxUser {
     QObject::connect(&clock_, &QTimer::timeout, [this] { Answer(); });
     clock_.start(5);
   }
-  void Rest() { clock_.stop(); }
   Lines boxes;
 
  private:
@@ -101,14 +100,6 @@ class GameTest : public testing::Test {
     frmChess->mnuPlaySounds.Checked = false;
   }
 
-  /// Ann hosts, and the peer has connected without a word.
-  void Host() {
-    Go("host");
-    peer_ = std::make_unique<QTcpSocket>();
-    peer_->connectToHost(QHostAddress::LocalHost, kPort);
-    ASSERT_TRUE(Await([this] { return peer_->state() == QAbstractSocket::ConnectedState; }));
-  }
-
   /// Ann plays as guest with Bob.
   void Sit() {
     ASSERT_NO_FATAL_FAILURE(Join());
@@ -134,11 +125,13 @@ class GameTest : public testing::Test {
   /// Hands a message to the game, past the wire.
   static void Tell(const std::string& message) { frmControl->tcp.Message(message); }
 
-  /// The squares with something on them as letters, the others as dots.
+  /// The squares with something on them as letters, the others as dots; "?" where the picture tells something else.
   static std::string Board() {
     std::string line = frmChess->BoardLine();
     for (PictureBox& square : frmChess->squ) {
-      if (square.Tag == "0") line[static_cast<std::size_t>(square.Index)] = '.';
+      char& letter = line[static_cast<std::size_t>(square.Index)];
+      if (square.Tag == "0") letter = '.';
+      if (square.Strokes().empty() != (square.Tag == "0")) letter = '?';
     }
     return line;
   }

@@ -1,191 +1,141 @@
-#include <sys/resource.h>
+#include <QFileDialog>
+#include <QLineEdit>
+#include <QTemporaryDir>
 
-#include <QTcpServer>
-#include <QTcpSocket>
-#include <csignal>
-
+#include "files/files.h"
 #include "net/message_reader.h"
-#include "net/wire.h"
-#include "tests/files/dialogs.h"
-#include "tests/files/table_fixture.h"
+#include "platform/files.h"
+#include "tests/game.h"
 
 namespace morva {
 namespace {
 
-const std::string kStart =
-    "fhgjighfeeeeeeee"
-    "dndndndnndndndnddndndndnndndndnd"
-    "ooooooooprqtsqrp";
+constexpr char kOpen[] = "Open Game|Morva Game (*.mrv)";
+constexpr char kSave[] = "Save Game as|Morva Game (*.mrv)";
+constexpr char kSaveChat[] = "Save Chat|Text (*.txt)";
 
-/// The table with somebody on the other side, who writes down what arrives.
-class GameFile : public TableTest {
+class GameFile : public GameTest {
  protected:
   void SetUp() override {
-    ASSERT_TRUE(other_side_.listen(QHostAddress::LocalHost, kPort)) << "port 2948 is taken";
-    TableTest::SetUp();
-    ASSERT_TRUE(Await([this] { return other_side_.hasPendingConnections(); }));
-    peer_ = other_side_.nextPendingConnection();
-    ASSERT_TRUE(Await([this] { return (received_ += peer_->readAll().toStdString()) == "2Me"; })) << received_;
+    frmChess.made = ConnectFileMenus;
+    Sit();
   }
 
-  /// What has been sent since the last call.
-  std::string Sent() {
-    received_.clear();
-    frmControl->tcp.SendData("me");
-    EXPECT_TRUE(Await([this] { return (received_ += peer_->readAll().toStdString()).ends_with("me"); }));
-    return received_.substr(0, received_.size() - 2);
+  std::string Path(const std::string& name) const { return folder_.filePath(name.c_str()).toStdString(); }
+
+  /// Clicks the menu item and gives the dialog that opens, with this title and filter, the path, or cancels it where
+  /// there is none. Whether the user was asked a question about it.
+  static bool Use(Menu& item, const std::string& dialog, const std::string& path,
+                  const std::function<void()>& meanwhile = {}) {
+    std::string seen;
+    bool asked = false;
+    QTimer user;
+    user.callOnTimeout([&] {
+      QWidget* shown = QApplication::activeModalWidget();
+      if (auto* question = qobject_cast<QMessageBox*>(shown)) {
+        asked = true;
+        return question->button(QMessageBox::Yes)->click();
+      }
+      auto* box = qobject_cast<QFileDialog*>(shown);
+      if (box == nullptr || !seen.empty()) return;
+      seen = (box->windowTitle() + "|" + box->nameFilters().join(";")).toStdString();
+      if (meanwhile) meanwhile();
+      if (path.empty()) return box->reject();
+      // Typed, as a user does: selecting a file that isn't there does nothing.
+      box->findChild<QLineEdit*>("fileNameEdit")->setText(path.c_str());
+      // The question whether to overwrite comes from within, and the timer must go on for it.
+      QMetaObject::invokeMethod(box, "accept", Qt::QueuedConnection);
+    });
+    user.start(5);
+    item.Click();
+    EXPECT_EQ(seen, dialog);
+    return asked;
   }
 
-  void Open(const std::string& name) {
-    DialogUser user(name.empty() ? name : Path(name));
-    frmChess->mnuOpenGame.Click();
-    EXPECT_EQ(user.title, "Open Game");
-    EXPECT_EQ(user.filter, "Morva Game (*.mrv)");
-    EXPECT_EQ(user.questions, 0);
-  }
-
-  /// How many questions the user was asked.
-  int Save(const std::string& path, std::function<void()> meanwhile = {}) {
-    DialogUser user(path, std::move(meanwhile));
-    frmChess->mnuSaveGame.Click();
-    EXPECT_EQ(user.title, "Save Game as");
-    EXPECT_EQ(user.filter, "Morva Game (*.mrv)");
-    return user.questions;
-  }
-
-  static std::string Tags() {
-    std::string tags;
-    for (const PictureBox& square : frmChess->squ) tags += square.Tag + " ";
-    return tags;
-  }
-
- private:
-  QTcpServer other_side_;
-  QTcpSocket* peer_ = nullptr;
-  std::string received_;
+  QTemporaryDir folder_;
 };
 
-TEST_F(GameFile, SavesOneLineUnderTheNameAsTyped) {
-  Save(Path("game.mrv"));
-  EXPECT_EQ(Bytes("game.mrv"), kStart + "\r\n");
-  Save(Path("no extension"));
-  EXPECT_EQ(Bytes("no extension"), kStart + "\r\n");
-  EXPECT_EQ(Files().size(), 2);
+TEST_F(GameFile, IsTheBoardAtTheEndOfTheDialogAndComesBackHereAndThere) {
+  WriteFile(Path("game"), std::string(5000, 'x'));
+  EXPECT_TRUE(Use(frmChess->mnuSaveGame, kSave, Path("game"), [] {
+    frmChess->SetUpCheckers();
+    frmChess->king(27, 1);
+  }));
   EXPECT_EQ(Sent(), "");
-}
-
-TEST_F(GameFile, AsksAndThenReplacesTheWholeFileByTheBoardAsItIsThen) {
-  Put("game.mrv", std::string(5000, 'x'));
-  EXPECT_EQ(Save(Path("game.mrv"), [] { frmChess->DoMove(52, 36); }), 1);
-  std::string moved = kStart;
-  moved[36] = 'o';
-  moved[52] = Bytes("game.mrv")[52];  // nothing, of either colour
-  EXPECT_EQ(Bytes("game.mrv"), moved + "\r\n");
-  EXPECT_NE(moved[52], 'o');
-}
-
-TEST_F(GameFile, AFailedSaveLeavesWhatWasThere) {
-  Put("game.mrv", "an older game");
-  const auto old_handler = std::signal(SIGXFSZ, SIG_IGN);
-  rlimit before{};
-  getrlimit(RLIMIT_FSIZE, &before);
-  Save(Path("game.mrv"), [before] {
-    const rlimit full{10, before.rlim_max};
-    setrlimit(RLIMIT_FSIZE, &full);
-  });
-  setrlimit(RLIMIT_FSIZE, &before);
-  std::signal(SIGXFSZ, old_handler);
-  EXPECT_EQ(Bytes("game.mrv"), "an older game");
-  EXPECT_EQ(Files().size(), 1);
-
-  Save("/proc/game.mrv");
-  EXPECT_FALSE(QFile::exists("/proc/game.mrv"));
-  Save(Path("no such folder/game.mrv"));
-  EXPECT_EQ(Files().size(), 1);
-}
-
-TEST_F(GameFile, WhatWasSavedComesBackAndGoesToTheOtherSide) {
-  frmChess->SetUpCheckers();
-  frmChess->king(27, 1);
-  Save(Path("game.mrv"));
-  const std::string tags = Tags();
+  const std::string board = Board();
   const std::string line = frmChess->BoardLine();
-  frmChess->SetUpChess();
-  ASSERT_NE(Tags(), tags);
+  EXPECT_EQ(ReadFile(Path("game")), line + "\r\n");
+  frmChess->ClearBoard();
   Sent();
-
-  Open("game.mrv");
-  EXPECT_EQ(Tags(), tags);
-  for (int i = 0; i < 64; ++i) {
-    if (frmChess->squ(i).Tag == "0") continue;
-    EXPECT_EQ(frmChess->squ(i).ForeColor, i < 24 ? kBlack : kWhite) << i;
-  }
+  EXPECT_FALSE(Use(frmChess->mnuOpenGame, kOpen, Path("game")));
+  EXPECT_EQ(Board(), board);
   EXPECT_EQ(Sent(), "1__" + line);
-  EXPECT_EQ(frmToolWindow->lstHist.ListCount(), 0);
-}
+  EXPECT_TRUE(History().empty());
 
-TEST_F(GameFile, OpensOnlyTheFirstLineAndSendsTheWholeOfIt) {
-  const std::string line = std::string(63, 'd') + "j";
-  const std::string tail = std::string("\xFF\x01 tail of any bytes\r", 21) + std::string(3000, 'z');
-  for (const std::string& text : {line, line + "\r\n", line + "\n", line + "\r\n" + kStart + "\r\n"}) {
-    frmChess->ClearBoard();
-    Put("game.mrv", text);
-    Open("game.mrv");
-    EXPECT_EQ(frmChess->squ(63).Tag, "6");
-    EXPECT_EQ(Sent(), "1__" + line);
-  }
-  Put("game.mrv", line + tail + "\r\n" + kStart);
-  Open("game.mrv");
-  EXPECT_EQ(Sent(), "1__" + line + tail);
-
-  // More than the other side takes is cut off.
-  Put("game.mrv", std::string(3 << 20, 'd'));
-  Open("game.mrv");
-  EXPECT_TRUE(Sent() == "1__" + std::string(MessageReader::kMaxMessage - 3, 'd'));
-}
-
-TEST_F(GameFile, AShortLineChangesTheSquaresUpToItsEnd) {
-  Put("game.mrv", std::string(63, 'o') + "\r\n" + std::string(64, 'd'));
-  Open("game.mrv");
-  EXPECT_EQ(frmChess->squ(0).ForeColor, kWhite);
-  EXPECT_EQ(frmChess->squ(62).Tag, "1");
-  EXPECT_EQ(frmChess->squ(63).Tag, "2");
-  EXPECT_EQ(Sent(), "");
-}
-
-TEST_F(GameFile, CancellingOrNothingToReadChangesNothing) {
-  Save("");
-  EXPECT_TRUE(Files().isEmpty());
-  const std::string before = Tags();
-  Put("empty.mrv", "");
-  Put("no line.mrv", "\r\n" + std::string(64, 'd'));
-  for (const char* name : {"", "empty.mrv", "no line.mrv", "missing.mrv", "no such folder/game.mrv"}) {
-    Open(name);
-    EXPECT_EQ(Tags(), before) << name;
-  }
-  EXPECT_EQ(Sent(), "");
-}
-
-TEST_F(GameFile, LettersThatStandForNothingLeaveThePicture) {
-  const auto picture = frmChess->squ(0).Strokes();
-  std::string line(64, 'd');
-  line[0] = '\x01';
-  line[1] = '\xFF';
-  Put("game.mrv", line);
-  Open("game.mrv");
-  EXPECT_EQ(frmChess->squ(0).Tag, "-99");
-  EXPECT_EQ(frmChess->squ(0).Strokes(), picture);
-  EXPECT_EQ(frmChess->squ(0).ForeColor, kBlack);
-  EXPECT_EQ(frmChess->squ(1).Tag, "145");
-  EXPECT_EQ(frmChess->squ(2).Tag, "0");
-  EXPECT_EQ(Sent(), "1__" + line);
-}
-
-TEST_F(GameFile, OpensWithoutAConnection) {
   frmControl->tcp.Close();
-  Put("game.mrv", std::string(64, 'e'));
-  Open("game.mrv");
-  EXPECT_EQ(frmChess->BoardLine(), std::string(64, 'e'));
+  frmChess->ClearBoard();
+  OpenGame(*frmChess, Path("game"));
+  EXPECT_EQ(Board(), board);
+}
+
+TEST_F(GameFile, IsOnlyReadUpToTheEndOfItsFirstLine) {
+  const std::string line = std::string(63, 'o') + "j";
+  const std::string tail = std::string("\xFF\x01 any bytes\r", 12) + std::string(3000, 'z');
+  const struct {
+    std::string bytes;
+    std::size_t read, sent;  // how much of them
+  } files[] = {{"", 0, 0},
+               {"\r\n" + line, 0, 0},
+               {line.substr(1) + "\r\n" + line, 63, 0},
+               {line, 64, 64},
+               {line + "\n", 64, 64},
+               {line + "\r", 64, 65},
+               {line + "\r\n" + line, 64, 64},
+               {line + tail + "\r\n" + line, 64, 64 + tail.size()},
+               {std::string(3 << 20, 'e'), 64, MessageReader::kMaxMessage - 3}};
+  for (const auto& file : files) {
+    frmChess->SetUpChess();
+    std::string board = frmChess->BoardLine();
+    Sent();
+    WriteFile(Path("game"), file.bytes);
+    OpenGame(*frmChess, Path("game"));
+    board.replace(0, file.read, file.bytes, 0, file.read);
+    EXPECT_EQ(frmChess->BoardLine(), board) << file.bytes.substr(0, 100);
+    EXPECT_TRUE(Sent() == (file.sent == 0 ? "" : "1__" + file.bytes.substr(0, file.sent)));
+  }
+
+  // Letters that stand for nothing leave the picture.
+  frmChess->SetUpChess();
+  const auto picture = frmChess->squ(0).Strokes();
+  WriteFile(Path("game"), "\x01\xFF" + std::string(62, 'd'));
+  OpenGame(*frmChess, Path("game"));
+  EXPECT_TRUE(frmChess->squ(0).Tag == "-99" && frmChess->squ(1).Tag == "145" && frmChess->squ(2).Tag == "0");
+  EXPECT_TRUE(frmChess->squ(0).Strokes() == picture && frmChess->squ(0).ForeColor == kBlack);
+}
+
+TEST_F(GameFile, NothingHappensWithoutOne) {
+  frmChess->out("a line");
+  const std::string board = frmChess->BoardLine();
+  for (const std::string& path : {std::string(), Path("no folder/game"), std::string("/proc/game")}) {
+    Use(frmChess->mnuOpenGame, kOpen, path);
+    Use(frmChess->mnuSaveGame, kSave, path);
+    Use(frmChess->mnuSaveChat, kSaveChat, path);
+    EXPECT_FALSE(FileExists(path)) << path;
+  }
+  OpenGame(*frmChess, Path("missing"));
+  EXPECT_TRUE(QDir(folder_.path()).isEmpty());
+  EXPECT_TRUE(frmChess->BoardLine() == board && Sent().empty() && frmChess->txtOut.Text == "\r\na line");
+}
+
+TEST_F(GameFile, TheChatHasOneOfItsOwn) {
+  WriteFile(Path("chat.txt"), "an older chat");
+  EXPECT_TRUE(Use(frmChess->mnuSaveChat, kSaveChat, Path("chat.txt")));
+  EXPECT_EQ(ReadFile(Path("chat.txt")), "\r\n");
+  frmChess->out("<Me>  h\xC3\xA9 & <b>you</b>");
+  frmChess->out("\xE2\x99\x94");
+  EXPECT_FALSE(Use(frmChess->mnuSaveChat, kSaveChat, Path("chat")));
+  EXPECT_EQ(ReadFile(Path("chat")), "\r\n<Me>  h\xC3\xA9 & <b>you</b>\r\n\xE2\x99\x94\r\n");
+  EXPECT_EQ(frmChess->cd.InitDir, App::Path());
 }
 
 }  // namespace

@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <iterator>
 #include <random>
 #include <string>
 #include <vector>
@@ -15,68 +14,31 @@ namespace {
 
 const std::string kBoard = "1__" + std::string(64, 'p');
 
-TEST(SendQueue, KnowsWhatRunsToTheEnd) {
-  for (const std::string message : {"0hello", "0", "2Ada", "2", "36", "312"})
-    EXPECT_TRUE(RunsToEnd(message)) << message;
-  EXPECT_TRUE(RunsToEnd(kBoard + "p"));
-  for (const std::string message : {"15236", "1new", "1newc", "1clear", "44030", "me", "you", "", kBoard.c_str()}) {
-    EXPECT_FALSE(RunsToEnd(message)) << message;
-  }
-}
-
-TEST(SendQueue, SendsInOrderAndWithoutDelayWhatEndsByItself) {
-  SendQueue queue;
-  EXPECT_EQ(queue.WaitMs(7), -1);
-  EXPECT_EQ(queue.Next(7), std::nullopt);
-  queue.Put("15236");
-  queue.Put("");
-  queue.Put(kBoard);
-  queue.Put("me");
-  EXPECT_FALSE(queue.Empty());
-  EXPECT_EQ(queue.WaitMs(7), 0);
-  EXPECT_EQ(queue.Next(7), "15236");
-  EXPECT_EQ(queue.Next(7), kBoard);
-  EXPECT_EQ(queue.Next(7), "me");
-  EXPECT_TRUE(queue.Empty());
-  EXPECT_EQ(queue.WaitMs(7), -1);
-}
-
 TEST(SendQueue, PausesBehindWhatRunsToTheEnd) {
-  for (const std::string& first : {std::string("0hi"), std::string("2Ada"), std::string("36"), kBoard + "pp"}) {
-    SCOPED_TRACE(first);
-    SendQueue queue;
-    queue.Put(first);
-    ASSERT_EQ(queue.Next(1000), first);
-    EXPECT_EQ(queue.WaitMs(1001), -1);
-    queue.Put("15236");  // the pause counts from the sending, also for what is put later
-    queue.Put("me");
-    EXPECT_EQ(queue.WaitMs(1000), 100);
-    EXPECT_EQ(queue.Next(1099), std::nullopt);
-    EXPECT_EQ(queue.WaitMs(1099), 1);
-    EXPECT_EQ(queue.WaitMs(1100), 0);
-    EXPECT_EQ(queue.Next(1100), "15236");
-    EXPECT_EQ(queue.Next(1100), "me") << "no pause behind a move";
+  const std::pair<int, std::vector<std::string>> cases[] = {
+      {0, {"15236", "1new", "1newc", "1clear", "44030", "412616777215", "me", "you", kBoard}},
+      {100, {"0hello", "0", "2Ada", "2", "36", "312", kBoard + "p", "0" + std::string(511, 'x')}},
+      {300, {"0" + std::string(512, 'x'), kBoard + std::string(1000, 'p')}}};
+  for (const auto& [pause, messages] : cases) {
+    for (const std::string& message : messages) {
+      SCOPED_TRACE(message.substr(0, 80));
+      SendQueue queue;
+      queue.Put("");
+      EXPECT_TRUE(queue.Empty());
+      queue.Put(message);
+      EXPECT_EQ(queue.WaitMs(-500), 0);
+      EXPECT_EQ(queue.Next(-500), message);
+      EXPECT_TRUE(queue.Empty() && queue.WaitMs(-500) == -1 && !queue.Next(5000));
+      queue.Put("0check");  // the pause counts from the sending, also for what is put later
+      queue.Put("15236");
+      EXPECT_EQ(queue.WaitMs(-500), pause);
+      EXPECT_TRUE(pause == 0 || !queue.Next(-501 + pause));
+      EXPECT_EQ(queue.Next(-500 + pause), "0check");
+      EXPECT_EQ(queue.WaitMs(-499 + pause), 99);
+      EXPECT_EQ(queue.Next(5'000'000'000), "15236");
+      EXPECT_TRUE(queue.Empty());
+    }
   }
-}
-
-TEST(SendQueue, CountsEveryPauseFromTheLastSending) {
-  SendQueue queue;
-  for (const std::string message : {"0one", "0two", "15236"}) queue.Put(message);
-  EXPECT_EQ(queue.Next(-500), "0one");
-  EXPECT_EQ(queue.Next(-401), std::nullopt);
-  EXPECT_EQ(queue.Next(-400), "0two");
-  EXPECT_EQ(queue.Next(-399), std::nullopt);
-  EXPECT_EQ(queue.WaitMs(5'000'000'000), 0);
-  EXPECT_EQ(queue.Next(5'000'000'000), "15236");
-}
-
-TEST(SendQueue, PausesLongerBehindALongMessage) {
-  SendQueue queue;
-  queue.Put("0" + std::string(600, 'x'));
-  queue.Put("15236");
-  ASSERT_TRUE(queue.Next(0));
-  EXPECT_EQ(queue.Next(299), std::nullopt) << "the other side is still waiting for its end";
-  EXPECT_EQ(queue.Next(300), "15236");
 }
 
 TEST(SendQueue, SendsSoThatTheReaderFindsEveryMessage) {

@@ -5,73 +5,49 @@
 namespace morva {
 namespace {
 
-class Labels : public CoordinatesForm {
- public:
+struct Labels : CoordinatesForm {
   Labels() : CoordinatesForm(FormStyle{}) {
     PlaceCoords();
     CollapseCoords();
   }
   ~Labels() override { Unload(frmCoords); }
 
-  void Ticks(int n) {
-    for (; n > 0 && frmCoords.Loaded(); --n) frmCoords->Timer1.Tick();
-  }
-  /// All labels are this part of the way out.
-  void ExpectAt(double part) {
+  /// After so many ticks all labels are that part of the way out.
+  void ExpectAfter(int ticks, double part, bool sliding) {
+    for (; ticks > 0 && frmCoords.Loaded(); --ticks) frmCoords->Timer1.Tick();
     for (int k = 0; k < 8; ++k) {
-      EXPECT_DOUBLE_EQ(Coord(k).Left(), 45 + part * (255 + 840 * k)) << k;
-      EXPECT_DOUBLE_EQ(Coord(k).Top(), 45) << k;
-      EXPECT_DOUBLE_EQ(Coord(k + 8).Left(), 45) << k;
-      EXPECT_DOUBLE_EQ(Coord(k + 8).Top(), 45 + part * (255 + 840 * k)) << k;
+      const double way = 45 + part * (255 + 840 * k);
+      EXPECT_DOUBLE_EQ(Coord(k).Left(), way) << k;
+      EXPECT_DOUBLE_EQ(Coord(k + 8).Top(), way) << k;
+      EXPECT_TRUE(Coord(k).Top() == 45 && Coord(k + 8).Left() == 45) << k;
     }
+    EXPECT_EQ(frmCoords.Loaded(), sliding);
   }
 };
 
-TEST(Coordinates, SlideOutAndInInFortySteps) {
+TEST(Coordinates, SlideOutAndInInFortyStepsAndTurnWhereTheyAre) {
   Labels labels;
-  labels.ExpectAt(0);
-  EXPECT_EQ(labels.Coord(7).Tag, "6135");
-  EXPECT_EQ(labels.Coord(7).Caption(), "H");
-  EXPECT_EQ(labels.Coord(15).Caption(), "8");
+  labels.ExpectAfter(0, 0, false);
+  EXPECT_TRUE(labels.Coord(7).Tag == "6135" && labels.Coord(7).Caption == "H" && labels.Coord(15).Caption == "8");
 
   labels.ToggleCoords();
   EXPECT_EQ(labels.cmdShowCoord.ToolTipText(), "Hide co-ordinates");
-  labels.Ticks(20);
-  labels.ExpectAt(0.5);
-  labels.Ticks(19);
-  EXPECT_TRUE(frmCoords.Loaded());
-  labels.Ticks(1);
-  labels.ExpectAt(1);
-  EXPECT_FALSE(frmCoords.Loaded());
+  labels.ExpectAfter(20, 0.5, true);
+  labels.ExpectAfter(19, 39 / 40.0, true);
+  labels.ExpectAfter(1, 1, false);
 
   labels.ToggleCoords();
   EXPECT_EQ(labels.cmdShowCoord.ToolTipText(), "Show co-ordinates");
-  labels.Ticks(39);
-  labels.ExpectAt(1 / 40.0);
-  labels.Ticks(1);
-  labels.ExpectAt(0);
-  EXPECT_FALSE(frmCoords.Loaded());
-}
+  labels.ExpectAfter(30, 0.25, true);
+  labels.ToggleCoords();
+  labels.ExpectAfter(1, 11 / 40.0, true);
+  labels.ToggleCoords();
+  labels.ExpectAfter(10, 1 / 40.0, true);
+  labels.ExpectAfter(1, 0, false);
 
-TEST(Coordinates, APressTurnsARunningSlideWhereItIs) {
-  Labels labels;
   labels.ToggleCoords();
   labels.ToggleCoords();  // before the first step
-  labels.Ticks(1);
-  labels.ExpectAt(0);
-  EXPECT_FALSE(frmCoords.Loaded());
-
-  labels.ToggleCoords();
-  labels.Ticks(10);
-  labels.ToggleCoords();
-  EXPECT_EQ(labels.cmdShowCoord.ToolTipText(), "Show co-ordinates");
-  labels.Ticks(1);
-  labels.ExpectAt(9 / 40.0);
-  labels.ToggleCoords();
-  labels.ToggleCoords();
-  labels.Ticks(9);
-  labels.ExpectAt(0);
-  EXPECT_FALSE(frmCoords.Loaded());
+  labels.ExpectAfter(1, 0, false);
 }
 
 }  // namespace

@@ -14,44 +14,39 @@ namespace {
 
 class Files : public testing::Test {
  protected:
-  std::string At(const std::string& name) const { return folder_.path().toStdString() + "/" + name; }
-  auto Count() const {
-    return QDir(folder_.path()).entryList(QDir::AllEntries | QDir::System | QDir::Hidden).size() - 2;
-  }
+  std::string At(const std::string& name) const { return folder_.filePath(name.c_str()).toStdString(); }
+  auto Count() const { return QDir(folder_.path()).entryList(QDir::Files | QDir::Hidden).size(); }
   QTemporaryDir folder_;
 };
 
 TEST_F(Files, AreWrittenWholeByteForByte) {
-  for (const std::string& bytes : {std::string("line\r\n\0\xFF\n", 9), std::string(1 << 20, 'x'), std::string()}) {
+  for (const std::string& bytes : {std::string(1 << 20, 'x'), std::string(), std::string("line\r\n\0\xFF\n", 9)}) {
     for (const char* name : {"game.mrv", "sch\xC3\xB6n & <neu>"}) {
       EXPECT_TRUE(WriteFile(At(name), bytes) && FileExists(At(name)) && ReadFile(At(name)) == bytes) << name;
     }
   }
-  EXPECT_TRUE(WriteFile(At("game.mrv"), "short") && ReadFile(At("game.mrv"), 3) == "sho");
+  EXPECT_EQ(ReadFile(At("game.mrv"), 3), "lin");
   EXPECT_EQ(Count(), 2);
 }
 
 TEST_F(Files, WhatCantBeWrittenStaysAsItWas) {
   ASSERT_TRUE(WriteFile(At("kept"), "as it was"));
-  {
-    // As good as a full disk: a part of each is taken.
-    const auto handler = std::signal(SIGXFSZ, SIG_IGN);
-    rlimit before{};
-    getrlimit(RLIMIT_FSIZE, &before);
-    const rlimit full{1024, before.rlim_max};
-    setrlimit(RLIMIT_FSIZE, &full);
-    for (const std::size_t size : {2000, 100000}) {
-      EXPECT_FALSE(WriteFile(At("kept"), std::string(size, 'x')) || WriteFile(At("new"), std::string(size, 'x')));
-    }
-    setrlimit(RLIMIT_FSIZE, &before);
-    std::signal(SIGXFSZ, handler);
+  // As good as a full disk: a part of each is taken.
+  const auto handler = std::signal(SIGXFSZ, SIG_IGN);
+  rlimit before{};
+  getrlimit(RLIMIT_FSIZE, &before);
+  const rlimit full{1024, before.rlim_max};
+  setrlimit(RLIMIT_FSIZE, &full);
+  for (const std::size_t size : {2000, 100000}) {
+    EXPECT_FALSE(WriteFile(At("kept"), std::string(size, 'x')) || WriteFile(At("new"), std::string(size, 'x')));
   }
-  {
-    // For root no folder is read-only.
-    ASSERT_TRUE(chmod(At("").c_str(), 0555) == 0 && (geteuid() != 0 || seteuid(65534) == 0));
-    EXPECT_FALSE(WriteFile(At("kept"), "other") || WriteFile(At("new"), "other"));
-    ASSERT_TRUE(seteuid(getuid()) == 0 && chmod(At("").c_str(), 0755) == 0);
-  }
+  setrlimit(RLIMIT_FSIZE, &before);
+  std::signal(SIGXFSZ, handler);
+
+  // For root no folder is read-only.
+  ASSERT_TRUE(chmod(At("").c_str(), 0555) == 0 && (geteuid() != 0 || seteuid(65534) == 0));
+  EXPECT_FALSE(WriteFile(At("kept"), "other") || WriteFile(At("new"), "other"));
+  ASSERT_TRUE(seteuid(getuid()) == 0 && chmod(At("").c_str(), 0755) == 0);
   EXPECT_FALSE(WriteFile(At("no folder/new"), "other") || WriteFile(At(""), "other") || WriteFile("", "other"));
   EXPECT_EQ(ReadFile(At("kept")), "as it was");
   EXPECT_EQ(Count(), 1);
@@ -63,8 +58,7 @@ TEST_F(Files, WhatIsNoFileIsNeitherReadNorReplaced) {
     EXPECT_TRUE(!FileExists(At(name)) && ReadFile(At(name)) == std::nullopt) << name;
   }
   EXPECT_FALSE(WriteFile(At("pipe"), "bytes") || WriteFile(At("folder"), "bytes"));
-  struct stat now {};
-  EXPECT_TRUE(stat(At("pipe").c_str(), &now) == 0 && S_ISFIFO(now.st_mode));
+  EXPECT_EQ(Count(), 0);
 }
 
 }  // namespace

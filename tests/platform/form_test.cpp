@@ -28,15 +28,13 @@ struct TestForm : Form {
     SetMenu({{0, menu, "&Menu"}, {1, copy, "C", "Ctrl+C"}, {1, cut, "X", "Ctrl+X"}, {1, undo, "Z", "Ctrl+Z"}});
     DefaultButton(ok);
     CancelButton(cancel);
-    for (const auto& [event, name] : {std::pair{&ok.Click, "ok "},
-                                      {&cancel.Click, "cancel "},
-                                      {&other.Click, "other "},
-                                      {&copy.Click, "copy "},
-                                      {&cut.Click, "cut "},
-                                      {&undo.Click, "undo "},
-                                      {&clock.Tick, "tick "}}) {
-      *event = [name = name] { told += name; };
-    }
+    ok.Click = [] { told += "ok "; };
+    cancel.Click = [] { told += "cancel "; };
+    other.Click = [] { told += "other "; };
+    copy.Click = [] { told += "copy "; };
+    cut.Click = [] { told += "cut "; };
+    undo.Click = [] { told += "undo "; };
+    clock.Tick = [] { told += "tick "; };
     box.KeyPress = [](int key) { told += "key " + std::to_string(key) + " "; };
     clock.Enabled = false;
   }
@@ -68,9 +66,6 @@ class Forms : public testing::Test {
   static std::string Told() { return std::exchange(told, ""); }
   static QWindow* Native() { return testForm->Native()->windowHandle(); }
   static void Press(Qt::Key key, Qt::KeyboardModifiers modifiers = {}) { QTest::keyClick(Native(), key, modifiers); }
-  static void Click(QPoint client) {
-    QTest::mouseClick(Native(), Qt::LeftButton, {}, testForm->Client()->mapTo(testForm->Native(), client));
-  }
   static bool Focus(Control& control) {
     control.SetFocus();
     return Await([&] { return control.Native()->hasFocus(); });
@@ -81,37 +76,33 @@ TEST_F(Forms, HaveTheClientAreaOfTheirLayout) {
   using Frame = FormStyle::Frame;
   for (const Frame frame : {Frame::kNone, Frame::kFixed, Frame::kSizable, Frame::kSizableWidth}) {
     Form bare({.frame = frame, .scale_width = 6720, .scale_height = 8085});
-    bare.Show();
-    QTest::qWait(10);
     EXPECT_EQ(bare.Client()->size(), QSize(448, 539));
     bare.ScaleHeight = 1665;
+    bare.Show();
     EXPECT_EQ(bare.Client()->size(), QSize(448, 111));
     bare.Native()->resize(900, 900);
-    QTest::qWait(1);
-    EXPECT_EQ(bare.ScaleWidth() > 6720, frame == Frame::kSizable || frame == Frame::kSizableWidth);
-    EXPECT_EQ(bare.ScaleHeight() > 1665, frame == Frame::kSizable);
+    const bool fixed = frame == Frame::kNone || frame == Frame::kFixed;
+    EXPECT_EQ(bare.Client()->size(), QSize(fixed ? 448 : 900, frame == Frame::kSizable ? 900 : 111));
   }
   EXPECT_EQ(testForm->Client()->size(), QSize(300, 200));
-  EXPECT_TRUE(testForm->Client()->y() > 10 && testForm->Native()->height() == 200 + testForm->Client()->y());
   EXPECT_EQ(testForm->Client()->mapToGlobal(QPoint()).y() * kTwipsPerPixel, testForm->Top() + testForm->ClientTop());
 }
 
 TEST_F(Forms, AreMadeOnReferenceAndAnewAfterUnload) {
   Unload(testForm);
   Unload(testForm);
-  EXPECT_EQ(Told(), "unload ");
   testForm.made = [](TestForm&) { told += "made "; };
   testForm->Tag = "left behind";
   EXPECT_FALSE(testForm->Native()->isVisible());
   testForm->ok.Click = [] { Unload(testForm); };  // from within its own handler
   testForm->Show();
-  Click({10, 10});
+  QTest::mouseClick(testForm->ok.Native(), Qt::LeftButton);
   EXPECT_FALSE(testForm.Loaded());
   EXPECT_EQ(testForm->Tag, "");
   testForm->Native()->close();
   EXPECT_FALSE(testForm.Loaded());
   testForm.made = nullptr;
-  EXPECT_EQ(Told(), "made load unload made load unload ");
+  EXPECT_EQ(Told(), "unload made load unload made load unload ");
 
   Form stubborn({.scale_width = 1500, .scale_height = 1500, .close_box = false});
   stubborn.unload = [] { told += "unload "; };
@@ -121,16 +112,12 @@ TEST_F(Forms, AreMadeOnReferenceAndAnewAfterUnload) {
 }
 
 TEST_F(Forms, OffEveryScreenAreOutOfSight) {
-  const struct {
-    double left, top;
-    bool seen;
-  } places[] = {{1500, 750, true}, {1500, -9990, false}, {-999990, 750, false}, {3000, 1500, true}};
-  for (const auto& place : places) {
-    testForm->Left = place.left;
-    testForm->Top = place.top;
+  for (const auto& [left, top] : {std::pair{1500, 750}, {1500, -9990}, {-999990, 750}, {3000, 1500}}) {
+    testForm->Left = left;
+    testForm->Top = top;
     testForm->Show();
-    EXPECT_EQ(testForm->Native()->isVisible(), place.seen) << place.left << ", " << place.top;
-    EXPECT_TRUE(testForm->Left() == place.left && testForm->Top() == place.top);
+    EXPECT_EQ(testForm->Native()->isVisible(), left > 0 && top > 0) << left << ", " << top;
+    EXPECT_TRUE(testForm->Left() == left && testForm->Top() == top);
   }
   testForm->Hide();
   testForm->Left = 1500;
@@ -138,10 +125,12 @@ TEST_F(Forms, OffEveryScreenAreOutOfSight) {
 }
 
 TEST_F(Forms, DisabledTakeNoInputAndLookAsBefore) {
-  ASSERT_TRUE(Focus(testForm->box));
   const auto act = [] {
+    ASSERT_TRUE(Focus(testForm->box));
     for (const auto key : {Qt::Key_A, Qt::Key_Return, Qt::Key_Escape}) Press(key);
-    for (const QPoint place : {QPoint(10, 10), QPoint(290, 150)}) Click(place);
+    for (const QPoint place : {QPoint(10, 10), QPoint(290, 150)}) {
+      QTest::mouseClick(Native(), Qt::LeftButton, {}, testForm->Client()->mapTo(testForm->Native(), place));
+    }
     Press(Qt::Key_X, Qt::ControlModifier);
     Press(Qt::Key_M, Qt::AltModifier);
     if (QWidget* menu = QApplication::activePopupWidget()) {
@@ -160,7 +149,6 @@ TEST_F(Forms, DisabledTakeNoInputAndLookAsBefore) {
   EXPECT_TRUE(Await([] { return told == "tick tick "; }));
   testForm->clock.Enabled = false;
   testForm->Enabled = true;
-  Focus(testForm->box);
   Told();
   act();
   EXPECT_EQ(Told(), "key 97 ok key 27 cancel ok click cut menu");
@@ -185,18 +173,15 @@ TEST_F(Forms, ShortcutsActWhereverTheFocusIs) {
 
 TEST_F(Forms, EnterAndEscapePressTheirButtons) {
   TestForm& form = *testForm;
-  const struct {
-    Control& focused;
-    Qt::Key key;
-    const char* told;
-  } cases[] = {{form.box, Qt::Key_Return, "ok "},      {form.box, Qt::Key_Enter, "ok "},
-               {form.log, Qt::Key_Return, "ok "},      {form.list, Qt::Key_Return, "ok "},
-               {form.other, Qt::Key_Return, "other "}, {form.cancel, Qt::Key_Enter, "cancel "},
-               {form.log, Qt::Key_Escape, "cancel "},  {form.other, Qt::Key_Escape, "cancel "}};
-  for (const auto& expected : cases) {
-    ASSERT_TRUE(Focus(expected.focused));
-    Press(expected.key);
-    EXPECT_EQ(Told(), expected.told);
+  const std::tuple<Control&, Qt::Key, const char*> cases[] = {
+      {form.box, Qt::Key_Enter, "ok "},        {form.log, Qt::Key_Return, "ok "},
+      {form.list, Qt::Key_Return, "ok "},      {form.other, Qt::Key_Return, "other "},
+      {form.cancel, Qt::Key_Enter, "cancel "}, {form.log, Qt::Key_Escape, "cancel "},
+      {form.other, Qt::Key_Escape, "cancel "}};
+  for (const auto& [focused, key, expected] : cases) {
+    ASSERT_TRUE(Focus(focused));
+    Press(key);
+    EXPECT_EQ(Told(), expected);
   }
   form.ok.Enabled = false;
   ASSERT_TRUE(Focus(form.box));
@@ -205,7 +190,7 @@ TEST_F(Forms, EnterAndEscapePressTheirButtons) {
 }
 
 TEST_F(Forms, ShowTheirTitleAsItStands) {
-  for (const char* title : {"a&b", "<b>x</b>", "[*]", "x[*]y [*][*]", "J\xC3\xB6rg"}) {
+  for (const char* title : {"a&b", "<b>x</b>", "x[*]y [*][*]", "J\xC3\xB6rg"}) {
     testForm->Caption = title;
     EXPECT_EQ(Native()->title(), title);
   }
@@ -222,12 +207,12 @@ TEST(Timers, TickAgainAndAgainButNeverFasterThanTheyAreSeen) {
   for (const bool by_interval : {true, false}) {
     timer.Interval = by_interval ? 0 : 1;
     timer.Enabled = by_interval;
-    const int before = ticks;
+    ticks = 0;
     QTest::qWait(60);
-    EXPECT_EQ(ticks, before);
+    EXPECT_EQ(ticks, 0);
     timer.Interval = 5;
     timer.Enabled = true;
-    EXPECT_TRUE(Await([&] { return ticks > before; }));
+    EXPECT_TRUE(Await([&] { return ticks > 0; }));
   }
 }
 

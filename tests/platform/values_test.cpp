@@ -9,19 +9,17 @@ namespace {
 
 TEST(Values, AreTheNumberThatATextStartsWith) {
   const std::pair<const char*, int> numbers[] = {
-      {"0", 0},   {"63", 63},  {"007", 7}, {" \t12", 12}, {"+7", 7}, {" -7x", -7},           {"1 34", 1},
-      {"1.9", 1}, {"0x10", 0}, {"1e3", 1}, {"5\1776", 5}, {"-0", 0}, {"16777215", 0xFFFFFF}, {"2147483648", INT_MAX}};
-  for (const auto& [text, number] : numbers) {
-    EXPECT_TRUE(LeadingNumber(text) == number && Val(text) == number) << text;
-  }
+      {"0", 0},   {"63", 63},    {"007", 7},  {" \t12", 12},          {"+7", 7}, {" -7x", -7}, {"1 34", 1},
+      {"1.9", 1}, {"5\1776", 5}, {"0x10", 0}, {"2147483648", INT_MAX}};
+  for (const auto& [text, number] : numbers) EXPECT_EQ(LeadingNumber(text), number) << text;
   EXPECT_EQ(Val("-99999999999"), -INT_MAX);
-  for (const char* text : {"", " ", "x1", "-", "+", "- 7", "+-7", "-+7", "--7", ".5", "\n5", "\xD9\xA3"}) {
+  for (const char* text : {"", " ", "x1", "-", "+-7", "-+7", "--7", "- 7", ".5", "\n5", "\xD9\xA3"}) {
     EXPECT_TRUE(!LeadingNumber(text) && Val(text) == 0) << text;
   }
 }
 
 TEST(Values, AreWrittenAndRounded) {
-  for (const auto& [number, text] : {std::pair{0, "00"}, {7, "07"}, {63, "63"}, {100, "100"}}) {
+  for (const auto& [number, text] : {std::pair{0, "00"}, {9, "09"}, {10, "10"}, {100, "100"}}) {
     EXPECT_EQ(TwoDigits(number), text);
   }
   for (const auto& [value, whole] : {std::pair{0.5, 0}, {1.5, 2}, {2.5, 2}, {2.51, 3}, {-1.5, -2}}) {

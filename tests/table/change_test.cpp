@@ -12,17 +12,11 @@ class Change : public GameTest {
     ASSERT_TRUE(frmChange.Loaded() && !frmChess->Enabled() && frmToolWindow->Enabled());
     ASSERT_TRUE(QTest::qWaitForWindowActive(frmChange->Native()));
   }
-  static void ExpectClosed() {
-    EXPECT_TRUE(!frmChange.Loaded() && frmChess->Enabled());
-    EXPECT_TRUE(QTest::qWaitForWindowActive(frmChess->Native()));
-  }
-  static void Press(Control& button) {
-    QTest::mouseClick(button.Native(), Qt::LeftButton);
-    ExpectClosed();
-  }
-  static void Press(Qt::Key key) {
-    QTest::keyClick(frmChange->Native()->windowHandle(), key);
-    ExpectClosed();
+  static void Press(Qt::Key key) { QTest::keyClick(frmChange->Native()->windowHandle(), key); }
+  static void Press(Control& button) { QTest::mouseClick(button.Native(), Qt::LeftButton); }
+  static void CloseWith(auto&& button) {
+    Press(button);
+    EXPECT_TRUE(!frmChange.Loaded() && frmChess->Enabled() && QTest::qWaitForWindowActive(frmChess->Native()));
   }
 
   /// The piece and colour that are selected, and whether there is something to trash: "6 1 trash".
@@ -34,22 +28,31 @@ class Change : public GameTest {
   }
 };
 
-TEST_F(Change, OpensOnWhatAPlayerWillWantMost) {
-  const std::string chess = "1__fhgjighfeeeeeeee" + std::string(32, 'd') + "ooooooooprqtsqrp";
-  const std::string mixed = "1__duvddddo" + std::string(56, 'n');
+TEST_F(Change, OpensAtThePointerOnWhatAPlayerWillWantMost) {
+  const std::string mixed = "1__duvddddo" + std::string(55, 'n') + "r";
   const struct {
     std::string board;
     int square;
     const char* selected;
-  } cases[] = {{chess, 0, "2 0 trash"},  {chess, 1, "4 0 trash"}, {chess, 2, "3 0 trash"},  {chess, 3, "6 0 trash"},
-               {chess, 60, "5 1 trash"}, {chess, 8, "6 0 trash"}, {chess, 48, "6 1 trash"}, {chess, 16, "1 0"},
-               {chess, 17, "1 1"},       {mixed, 1, "8 1 trash"}, {mixed, 2, "8 1 trash"},  {mixed, 7, "6 1 trash"},
-               {mixed, 16, "7 0"},       {"1clear", 17, " 0"}};
+  } cases[] = {{"1new", 0, "2 0 trash"},  {"1new", 1, "4 0 trash"}, {"1new", 2, "3 0 trash"},  {"1new", 3, "6 0 trash"},
+               {"1new", 60, "5 1 trash"}, {"1new", 8, "6 0 trash"}, {"1new", 48, "6 1 trash"}, {mixed, 0, "7 0"},
+               {mixed, 17, "7 1"},        {mixed, 1, "8 1 trash"},  {mixed, 2, "8 1 trash"},   {mixed, 7, "6 1 trash"},
+               {mixed, 63, "4 1 trash"},  {"1clear", 17, " 0"},     {"1new", 16, "1 0"}};
+  FrmChess& game = *frmChess;
   for (const auto& expected : cases) {
+    SCOPED_TRACE(expected.board + " " + std::to_string(expected.square));
     Tell(expected.board);
     Open(expected.square);
-    EXPECT_EQ(Selected(), expected.selected) << expected.board << " " << expected.square;
-    Press(Qt::Key_Escape);
+    EXPECT_EQ(Selected(), expected.selected);
+    FrmChange& dialog = *frmChange;
+    const PictureBox& square = game.squ(expected.square);
+    const double pointer = 26 * kTwipsPerPixel;  // the middle of a square, inside its border
+    const double rightmost = game.Left() + game.Width() - dialog.Width();
+    const double lowest = game.Top() + game.Height() - dialog.Height();
+    EXPECT_NEAR(dialog.Left(), std::min(square.Left() + game.Left() + pointer, rightmost), 30);
+    EXPECT_NEAR(dialog.Top(), std::min(square.Top() + game.Top() + pointer, lowest), 30);
+    EXPECT_TRUE(dialog.Left() <= rightmost && dialog.Top() <= lowest);
+    CloseWith(Qt::Key_Escape);
   }
   EXPECT_TRUE(Sent().empty() && History().empty());
 }
@@ -57,82 +60,50 @@ TEST_F(Change, OpensOnWhatAPlayerWillWantMost) {
 TEST_F(Change, TheKeysReachEveryPieceAndColour) {
   Open(48);
   std::string walk;
-  const auto press = [&](Qt::Key key) {
-    QTest::keyClick(frmChange->Native()->windowHandle(), key);
-    walk += Selected().substr(0, 3) + ", ";
-  };
-  for (int stop = 0; stop < 3; ++stop) press(Qt::Key_Tab);  // OK, Cancel, Trash Piece
   for (const Qt::Key key :
-       {Qt::Key_Up, Qt::Key_Down, Qt::Key_Down, Qt::Key_Right, Qt::Key_Down, Qt::Key_Left, Qt::Key_Tab, Qt::Key_Up}) {
-    press(key);
+       {Qt::Key_Tab, Qt::Key_Tab, Qt::Key_Tab,  // OK, Cancel, Trash Piece
+        Qt::Key_Up, Qt::Key_Down, Qt::Key_Down, Qt::Key_Right, Qt::Key_Down, Qt::Key_Left, Qt::Key_Tab, Qt::Key_Up}) {
+    Press(key);
+    walk += Selected().substr(0, 3) + ", ";
   }
   EXPECT_EQ(walk, "6 1, 6 1, 6 1, 5 1, 6 1, 7 1, 8 1, 1 1, 8 1, 8 1, 8 0, ");
-  Press(Qt::Key_Escape);
+  CloseWith(frmChange->cmdCancel);
 }
 
-TEST_F(Change, OkPutsThePieceSendsAndTells) {
-  Open(48);
-  Press(Qt::Key_Return);
+TEST_F(Change, TheButtonsPutOrTrashThePieceSendAndTell) {
+  const struct {
+    int square;
+    char after;
+    const char *sent, *line;
+  } steps[] = {{48, 't', "448616777215", "Ann: A7 (white pawn to white queen) #2114816"},
+               {6, 'h', "40640", "Ann: G1 (black knight to black knight) #2040604"},
+               {7, '.', "37", "Ann: trashed H1 (black castle) #3000702"},
+               {53, '.', "353", "Ann: trashed F7 (white pawn) #3005311"}};
+  for (const auto& step : steps) {
+    frmChess->who = "Bob";
+    Open(step.square);
+    CloseWith(step.after == '.' ? frmChange->cmdTrash : frmChange->cmdOk);
+    EXPECT_EQ(Board()[static_cast<std::size_t>(step.square)], step.after);
+    EXPECT_EQ(Sent(), step.sent);
+    EXPECT_EQ(History().back(), step.line);
+  }
+  EXPECT_TRUE(History().size() == 4 && Turn() == "you" && frmChess->squ(53).ForeColor == kWhite);
+
   Open(12);
   frmChange->rdo(7).Value = true;
   frmChange->clr(1).Value = true;
   EXPECT_EQ(Selected(), "7 1 trash");
-  Press(frmChange->cmdOk);
-  Open(6);
-  Press(frmChange->cmdOk);
-  EXPECT_TRUE(Board()[48] == 't' && Board()[12] == 'u' && Board()[6] == 'h');
-  EXPECT_EQ(Sent(),
-            "448616777215412716777215"
-            "40640");
-  EXPECT_EQ(History(),
-            (Lines{"Ann: A7 (white pawn to white queen) #2114816", "Ann: E2 (black pawn to white checker) #2011217",
-                   "Ann: G1 (black knight to black knight) #2040604"}));
+  Tell("11220");  // the dialog stays with its square, and with what stood there
+  CloseWith(Qt::Key_Return);
+  EXPECT_EQ(Sent(), "412716777215");
+  EXPECT_TRUE(Board()[12] == 'u' && Board()[20] == 'e');
+  EXPECT_EQ(History().back(), "Ann: E2 (black pawn to white checker) #2011217");
   Tell("1clear");
   Open(33);
-  Press(frmChange->cmdOk);
+  frmChange->Native()->close();  // it has no close box
+  CloseWith(frmChange->cmdOk);
   EXPECT_EQ(Sent(), "43300");
   EXPECT_EQ(History().back(), "Ann: B5 (nothing to black ) #2003300");
-  EXPECT_TRUE(frmChess->who == "Ann" && Turn() == "you");
-}
-
-TEST_F(Change, TrashEmptiesTheSquareSendsAndTells) {
-  for (const int square : {7, 53}) {
-    Open(square);
-    Press(frmChange->cmdTrash);
-    EXPECT_TRUE(frmChess->squ(square).Tag == "0" && frmChess->squ(square).Strokes().empty());
-  }
-  EXPECT_EQ(frmChess->squ(53).ForeColor, kWhite);
-  EXPECT_EQ(Sent(), "37353");
-  EXPECT_EQ(History(), (Lines{"Ann: trashed H1 (black castle) #3000702", "Ann: trashed F7 (white pawn) #3005311"}));
-}
-
-TEST_F(Change, ThePeerPlaysOnUnderIt) {
-  Open(52);
-  frmChange->rdo(2).Value = true;
-  Tell("15236");
-  frmChange->Native()->close();  // it has no close box
-  Press(frmChange->cmdCancel);
-  EXPECT_EQ(History(), Lines{"Bob: E7 - E5 (white pawn) #1523631"});
-  Open(36);
-  Tell("13620");
-  Press(frmChange->cmdOk);
-  EXPECT_TRUE(Board()[36] == 't' && Board()[20] == 'o');
-  EXPECT_EQ(History().back(), "Ann: E5 (white pawn to white queen) #2113616");
-}
-
-TEST_F(Change, StandsAtThePointerInsideTheMainWindow) {
-  FrmChess& game = *frmChess;
-  for (const int square : {0, 9, 7, 56, 63}) {
-    Open(square);
-    FrmChange& dialog = *frmChange;
-    const double pointer = 26 * kTwipsPerPixel;  // the middle of a square, inside its border
-    const double rightmost = game.Left() + game.Width() - dialog.Width();
-    const double lowest = game.Top() + game.Height() - dialog.Height();
-    EXPECT_NEAR(dialog.Left(), std::min(game.squ(square).Left() + game.Left() + pointer, rightmost), 30) << square;
-    EXPECT_NEAR(dialog.Top(), std::min(game.squ(square).Top() + game.Top() + pointer, lowest), 30) << square;
-    EXPECT_TRUE(dialog.Left() <= rightmost && dialog.Top() <= lowest) << square;
-    Press(Qt::Key_Escape);
-  }
 }
 
 }  // namespace
