@@ -141,6 +141,7 @@ void WindowUnloaded(std::unique_ptr<Form> form) {
   };
   auto& loaded = LoadedForms();
   loaded.erase(std::remove(loaded.begin(), loaded.end(), form.get()), loaded.end());
+  Drag::Abandon(*form);
   form->Hide();
   form->Left.assigned = form->Top.assigned = nullptr;
   auto* gone = new Gone;

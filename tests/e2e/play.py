@@ -418,7 +418,7 @@ class Game:
         window.activate()
         check(not self.ann.tool.stays_on_top(), "the tool window gives way")
         check(len(window.picture().part(4, 4, 440, 300).colors()) > 10, "there is text")
-        self.ann.drag(52, 36)  # the board takes no input meanwhile
+        self.desk.drag(self.ann.square(52), self.ann.square(36))  # the board takes no input meanwhile
         self.move(self.bob, 25, 33)
         window.activate()
         self.desk.keys("alt+F4")

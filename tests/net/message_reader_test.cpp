@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <random>
 #include <string>
 #include <vector>
 
@@ -88,6 +89,58 @@ TEST(MessageReader, LetsABoardHaveALongerLine) {
   for (const std::string rest : {"m", "yo"}) Check(kBoard + rest, {kBoard}, 250, {});
   Check(kBoard + std::string(513, 'p'), {kBoard}, 250, {});
   Check(kBoard + "meyo", {kBoard, "me"}, 250, {"yo"});
+}
+
+TEST(MessageReader, FindsTheSameTenMessagesInEveryCut) {
+  const Messages expected = {"15236", "11228", "16245", "10118", "me", "36", "412616777215", "44030", "you", "15533"};
+  std::string bytes;
+  for (const std::string& message : expected) bytes += message;
+  for (std::size_t first = 0; first <= bytes.size(); ++first) {
+    for (std::size_t second = first; second <= bytes.size(); ++second) {
+      MessageReader reader;
+      reader.Bytes(bytes.substr(0, first));
+      reader.Bytes(bytes.substr(first, second - first));
+      reader.Bytes(bytes.substr(second));
+      ASSERT_EQ(Drain(reader), expected) << "cut at " << first << " and " << second;
+    }
+  }
+  MessageReader reader;
+  for (const char c : bytes) reader.Bytes(std::string(1, c));
+  EXPECT_EQ(Drain(reader), expected);
+}
+
+TEST(MessageReader, FindsRandomMessagesInRandomCuts) {
+  for (unsigned seed = 1; seed <= 3000; ++seed) {
+    std::mt19937 random(seed);
+    const auto below = [&random](int n) { return static_cast<int>(random() % static_cast<unsigned>(n)); };
+    const auto two = [&below] { return std::to_string(below(64) + 100).substr(1); };
+    Messages expected;
+    for (int left = 30; left > 0; --left) {
+      const Messages choices = {"me",
+                                "you",
+                                "1newc",
+                                "1clear",
+                                kBoard,
+                                "1" + two() + two(),
+                                "3" + std::to_string(below(64)),
+                                "4" + two() + std::to_string(below(10)) + (below(2) ? "0" : "16777215")};
+      expected.push_back(choices[static_cast<std::size_t>(below(8))]);
+      // A trash of one digit ends only before what is no digit.
+      if (expected.back().size() == 2 && expected.back() != "me") expected.push_back("me");
+    }
+    std::string bytes;
+    for (const std::string& message : expected) bytes += message;
+    MessageReader reader;
+    Messages found;
+    for (std::size_t at = 0; at < bytes.size();) {
+      const std::size_t piece = static_cast<std::size_t>(below(below(4) ? 8 : 100));
+      reader.Bytes(std::string_view(bytes).substr(at, piece));
+      at += piece;
+      for (std::string& message : Drain(reader)) found.push_back(std::move(message));
+    }
+    ASSERT_EQ(found, expected) << "seed " << seed;
+    ASSERT_EQ(reader.Held(), 0u) << "seed " << seed;
+  }
 }
 
 TEST(MessageReader, DropsAGiantLineToItsEnd) {

@@ -119,10 +119,16 @@ TEST_F(Table, QuittingSendsTheRestAndEndsWithoutAQuestion) {
   EXPECT_EQ(peer_->readAll().toStdString(), "152360check0yours");
 }
 
-TEST_F(Table, TheCloseBoxEndsAllWindows) {
+TEST_F(Table, TheCloseBoxEndsAllWindowsAndADrag) {
+  QTest::mousePress(MainWindow(), Qt::LeftButton, {}, At(52));
+  QTest::mouseMove(MainWindow(), At(44));
   frmChess->Native()->close();
+  EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr);
   EXPECT_FALSE(frmChess.Loaded() || frmControl.Loaded() || frmToolWindow.Loaded() || frmWelcome.Loaded());
   EXPECT_TRUE(HungUp());
+  QWidget elsewhere;
+  elsewhere.show();
+  QTest::mouseRelease(elsewhere.windowHandle(), Qt::LeftButton);
 }
 
 }  // namespace
