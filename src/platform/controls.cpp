@@ -29,6 +29,7 @@ W& As(const Control& control) {
 
 void Tint(QWidget& widget, QPalette::ColorRole role, Color color) {
   QPalette palette = widget.palette();
+  if (palette.color(role) == QtColor(color)) return;
   palette.setColor(role, QtColor(color));
   widget.setPalette(palette);
 }
@@ -72,18 +73,22 @@ class WrappingButton : public QPushButton {
 // A label whose one line is set narrower where it would be cut off.
 class FittingLabel : public QLabel {
  public:
-  void Fit() {
+  void Fit(const QFont& wanted) {
     constexpr int kNarrowest = 75;  // per cent
-    QFont fitted = font();
-    fitted.setStretch(QFont::AnyStretch);
-    const int needed = QFontMetrics(fitted).horizontalAdvance(text());
-    const bool one_line = height() < 2 * QFontMetrics(fitted).lineSpacing();
+    wanted_ = wanted;
+    const QFontMetrics metrics(wanted);
+    const int needed = metrics.horizontalAdvance(text());
+    const bool one_line = height() < 2 * metrics.lineSpacing();
+    QFont fitted = wanted;
     if (one_line && needed > width() && width() > 0) fitted.setStretch(std::max(kNarrowest, 99 * width() / needed));
-    setFont(fitted);
+    if (fitted != font()) setFont(fitted);
   }
 
  protected:
-  void resizeEvent(QResizeEvent* /*event*/) override { Fit(); }
+  void resizeEvent(QResizeEvent* /*event*/) override { Fit(wanted_); }
+
+ private:
+  QFont wanted_ = ProgramFont();
 };
 
 // The Tab key enters its group at the chosen button, the arrow keys walk through the group in the tab order, wherever
@@ -132,7 +137,10 @@ class InputLine : public QLineEdit {
 // What a surface shows: its strokes, or a stored picture, inside its border.
 class Canvas : public QFrame {
  public:
-  Canvas(const PictureBox& box, const Surface& surface) : box_(box), surface_(surface) { setMouseTracking(true); }
+  Canvas(const PictureBox& box, const Surface& surface) : box_(box), surface_(surface) {
+    setMouseTracking(true);
+    setAttribute(Qt::WA_OpaquePaintEvent);
+  }
   void Redraw() {
     if (changed_) return;
     changed_ = true;
@@ -281,12 +289,11 @@ Label::Label() : Control(std::make_unique<FittingLabel>()) {
   Tint(label, QPalette::WindowText, ForeColor());
   Caption.assigned = [this] {
     As<QLabel>(*this).setText(QtText(Caption()));
-    As<FittingLabel>(*this).Fit();
+    As<FittingLabel>(*this).Fit(ProgramFont(FontSize(), FontBold()));
   };
   ForeColor.assigned = [this] { Tint(As<QLabel>(*this), QPalette::WindowText, ForeColor()); };
   FontBold.assigned = FontSize.assigned = [this] {
-    As<QLabel>(*this).setFont(ProgramFont(FontSize(), FontBold()));
-    As<FittingLabel>(*this).Fit();
+    As<FittingLabel>(*this).Fit(ProgramFont(FontSize(), FontBold()));
   };
   TextAlignment.assigned = [this] {
     As<QLabel>(*this).setAlignment((TextAlignment() == Alignment::kCenter ? Qt::AlignHCenter : Qt::AlignLeft) |

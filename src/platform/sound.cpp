@@ -6,6 +6,7 @@
 #include <QIODevice>
 #include <QMediaDevices>
 #include <QPointer>
+#include <QTimer>
 #include <QtEndian>
 #include <algorithm>
 #include <cstring>
@@ -129,9 +130,13 @@ void PrepareSound() {
   TheSpeaker();
 }
 
+// Looking for the device takes longer than painting a move: what is heard follows what is seen.
 void PlaySoundImage(std::span<const unsigned char> wave) {
-  const Hush hush;
-  if (Speaker* speaker = TheSpeaker()) speaker->Play(FramesOf(wave));
+  constexpr int kAfterPaintingMs = 1;
+  QTimer::singleShot(kAfterPaintingMs, QCoreApplication::instance(), [wave] {
+    const Hush hush;
+    if (Speaker* speaker = TheSpeaker()) speaker->Play(FramesOf(wave));
+  });
 }
 
 }  // namespace morva
