@@ -292,9 +292,7 @@ Label::Label() : Control(std::make_unique<FittingLabel>()) {
     As<FittingLabel>(*this).Fit(ProgramFont(FontSize(), FontBold()));
   };
   ForeColor.assigned = [this] { Tint(As<QLabel>(*this), QPalette::WindowText, ForeColor()); };
-  FontBold.assigned = FontSize.assigned = [this] {
-    As<FittingLabel>(*this).Fit(ProgramFont(FontSize(), FontBold()));
-  };
+  FontBold.assigned = FontSize.assigned = [this] { As<FittingLabel>(*this).Fit(ProgramFont(FontSize(), FontBold())); };
   TextAlignment.assigned = [this] {
     As<QLabel>(*this).setAlignment((TextAlignment() == Alignment::kCenter ? Qt::AlignHCenter : Qt::AlignLeft) |
                                    Qt::AlignTop);

@@ -48,7 +48,7 @@ class Game:
 
     def move(self, player, start, end, becomes=None):
         piece = self.expected[start]
-        player.drag(start, end)
+        player.move(start, end)
         self.put(".", start)
         self.put(becomes or piece, end)
         self.boards_agree(f"{player.nick}'s move from {start} to {end}")

@@ -143,6 +143,18 @@ class Player:
         self.main.activate()
         self.desk.drag(self.square(start), self.square(end))
 
+    def move(self, start, end):
+        """Drags a piece and waits to see it leave. Where the pointer goes on before, a busy screen lets the button go
+        there."""
+        x, y = self.square(start)
+
+        def look():
+            return self.desk.picture(x - 24, y - 24, 48, 48)
+
+        before = look()
+        self.drag(start, end)
+        awaited(lambda: look() != before, f"{self.nick}'s piece leaves {start}")
+
     def below_bar(self, x, y, width, height):
         return self.desk.picture(self.main.x + x, self.main.y + self.bar + y, width, height)
 

@@ -99,11 +99,7 @@ class Actor:
 
     def move(self):
         start, end = self._piece(), self.chance.choice([i for i in self.squares if self.half[i] == "."])
-        x, y = self.player.square(start)
-        looks = self.desk.picture(x - 24, y - 24, 48, 48)
-        self.player.drag(start, end)
-        # No hand is so fast that a drag begins before the last one is seen, and a screen that gets no time mixes up two.
-        awaited(lambda: self.desk.picture(x - 24, y - 24, 48, 48) != looks, f"{self.player.nick}'s piece leaves {start}")
+        self.player.move(start, end)
         piece, self.half[start] = self.half[start], "."
         far = end < 8 if piece == "o" else end > 55
         self.half[end] = self.QUEENS.get(piece, piece) if far else piece
