@@ -24,8 +24,13 @@ struct Target {
   QPointF twips;
 };
 
+void EndDoubt();
+
 struct Running {
-  Running(Control& from, Form& window) : source(from), form(window) {}
+  Running(Control& from, Form& window) : source(from), form(window) {
+    doubt.setSingleShot(true);
+    doubt.callOnTimeout(EndDoubt);
+  }
   Control& source;
   Form& form;
   std::optional<Target> target;
@@ -104,8 +109,6 @@ void EndDoubt() {
 // a moment, and a release waits for that.
 void Doubt() {
   constexpr int kMomentMs = 250;
-  running->doubt.setSingleShot(true);
-  running->doubt.callOnTimeout(EndDoubt);
   running->doubt.start(kMomentMs);
 }
 
