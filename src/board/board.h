@@ -35,6 +35,12 @@ class Board : public CoordinatesForm {
   /// Sets OldPiece to what stands on the square.
   void SetOldPiece(int Index);
 
+  /// Puts a piece on the square, in place of what stood there, and paints it. Code 0 clears the square and leaves its
+  /// colour; a code that names no piece is noted in the Tag, and the picture stays.
+  void PutPiece(int Index, int code, Color color);
+  /// Takes what stands on the square away. Its colour stays.
+  void EmptySquare(int Index);
+
   /// "pawn", of what stands on the square; empty for nothing.
   std::string PieceName(int Index) const;
   /// "white pawn"; of an empty square the colour word alone.
@@ -64,7 +70,6 @@ class Board : public CoordinatesForm {
   virtual void AddHistoryLine(const std::string& text, std::int32_t data) = 0;
 
  private:
-  void Convert(int too, int code);
   void ResetSquares();
   std::string WhoDigit(int Index) const;
 };

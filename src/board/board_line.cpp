@@ -15,8 +15,7 @@ std::string Board::BoardLine() const {
 
 void Board::ReadLetter(int i, unsigned char letter) {
   const int n = letter - 100;
-  squ(i).Tag = std::to_string(n > 9 ? n - 10 : n);
-  drawmove(i, n > 9 ? kWhite : kBlack);
+  PutPiece(i, n > 9 ? n - 10 : n, n > 9 ? kWhite : kBlack);
 }
 
 }  // namespace morva

@@ -5,21 +5,25 @@ namespace morva {
 void Board::DoMove(int from, int too) {
   i1 = from;
   i2 = too;
-  squ(from).Cls();
-  squ(too).Tag = squ(from).Tag;
-  squ(from).Tag = "0";
-  drawmove(too, squ(from).ForeColor);
-  AddToHist();
+  const int piece = Val(squ(from).Tag);
   const Color c = squ(from).ForeColor;
-  if (c == kWhite && too < 8 && Val(squ(too).Tag) == 1) Convert(too, 6);
-  if (c == kBlack && too > 55 && Val(squ(too).Tag) == 1) Convert(too, 6);
-  if (c == kWhite && too < 8 && Val(squ(too).Tag) == 7) Convert(too, 8);
-  if (c == kBlack && too > 55 && Val(squ(too).Tag) == 7) Convert(too, 8);
+  PutPiece(too, piece, c);
+  EmptySquare(from);  // last: a received move onto its own square leaves nothing
+  AddToHist();
+  if (c == kWhite && too < 8 && Val(squ(too).Tag) == 1) PutPiece(too, 6, c);
+  if (c == kBlack && too > 55 && Val(squ(too).Tag) == 1) PutPiece(too, 6, c);
+  if (c == kWhite && too < 8 && Val(squ(too).Tag) == 7) PutPiece(too, 8, c);
+  if (c == kBlack && too > 55 && Val(squ(too).Tag) == 7) PutPiece(too, 8, c);
 }
 
-void Board::Convert(int too, int code) {
-  squ(too).Tag = std::to_string(code);
-  drawmove(too, squ(too).ForeColor);
+void Board::PutPiece(int Index, int code, Color color) {
+  squ(Index).Tag = std::to_string(code);
+  drawmove(Index, color);
+}
+
+void Board::EmptySquare(int Index) {
+  squ(Index).Cls();
+  squ(Index).Tag = "0";
 }
 
 }  // namespace morva

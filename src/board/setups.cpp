@@ -49,10 +49,7 @@ void Board::ClearBoard() {
 void Board::ResetClock() { hour = min = sec = 0; }
 
 void Board::ResetSquares() {
-  for (PictureBox& square : squ) {
-    square.Cls();
-    square.Tag = "0";
-  }
+  for (int i = 0; i < 64; ++i) EmptySquare(i);
 }
 
 }  // namespace morva

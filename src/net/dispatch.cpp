@@ -121,8 +121,7 @@ void GameWindow::ReceiveTrash(const std::string& Data) {
   const auto index = SquareIn(Data);
   if (!index) return;
   SetOldPiece(*index);
-  squ(*index).Tag = "0";
-  squ(*index).Cls();
+  EmptySquare(*index);
   who = OpNick;
   TrashToHist(*index);
 }
@@ -133,8 +132,7 @@ void GameWindow::ReceiveChange(const std::string& Data) {
   const std::optional<int> color = LeadingNumber(Data.substr(3));
   if (!index || !color || (*color != static_cast<int>(kBlack) && *color != static_cast<int>(kWhite))) return;
   SetOldPiece(*index);
-  squ(*index).Tag = std::to_string(Val(Data.substr(2, 1)));
-  drawmove(*index, static_cast<Color>(*color));
+  PutPiece(*index, Val(Data.substr(2, 1)), static_cast<Color>(*color));
   who = OpNick;
   ChangeToHist(*index);
 }

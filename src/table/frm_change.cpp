@@ -81,8 +81,7 @@ void FrmChange::cmdOK_Click() {
   const int piece = chosen == rdo.end() ? 0 : chosen->Index;
   const Color color = clr(0).Value() ? kBlack : kWhite;
   frmChess->Enabled = true;
-  frmChess->squ(Index).Tag = std::to_string(piece);
-  frmChess->drawmove(Index, color);
+  frmChess->PutPiece(Index, piece, color);
   frmChess->SetFocus();
   Transmit(TwoDigits(Index) + std::to_string(piece) + std::to_string(color), kChange);
   frmChess->who = frmChess->Nick;
@@ -94,8 +93,7 @@ void FrmChange::cmdTrash_Click() {
   frmChess->who = frmChess->Nick;
   frmChess->TrashToHist(Index);
   frmChess->Enabled = true;
-  frmChess->squ(Index).Cls();
-  frmChess->squ(Index).Tag = "0";
+  frmChess->EmptySquare(Index);
   Transmit(Index, kTrash);
   frmChess->SetFocus();
   Unload(frmChange);
