@@ -15,12 +15,10 @@ class Board : public CoordinatesForm {
  public:
   using CoordinatesForm::CoordinatesForm;
 
-  int i1 = 0, i2 = 0;              ///< from and to of the last move
-  std::string who;                 ///< nick under which the next history line is written; the caller sets it
-  int OldPiece = 0;                ///< what stood on a square before a change: 0 nothing, 1 to 8 black, 11 to 18 white
-  std::string Nick, OpNick;        ///< this player and the other one
-  int sec = 0, min = 0, hour = 0;  ///< the clock
-  bool Init = false;               ///< whether the window has been activated once
+  int i1 = 0, i2 = 0;        ///< from and to of the last move
+  std::string who;           ///< nick under which the next history line is written; the caller sets it
+  int OldPiece = 0;          ///< what stood on a square before a change: 0 nothing, 1 to 8 black, 11 to 18 white
+  std::string Nick, OpNick;  ///< this player and the other one
 
   /// Carries what stands on one square to another, over what stood there, adds the history line and turns a pawn into a
   /// queen or a checker into a king checker on its far row. A move of nothing empties the to square and adds no line.
@@ -57,7 +55,6 @@ class Board : public CoordinatesForm {
   void check4(int i, int flag);
   /// Empties every square and makes its colour black.
   void ClearBoard();
-  void ResetClock();
 
   /// The whole board in 64 letters, one a square in index order, "d" to "w". A square with a code that has no letter
   /// is written as nothing.

@@ -46,8 +46,6 @@ void Board::ClearBoard() {
   for (PictureBox& square : squ) square.ForeColor = kBlack;
 }
 
-void Board::ResetClock() { hour = min = sec = 0; }
-
 void Board::ResetSquares() {
   for (int i = 0; i < 64; ++i) EmptySquare(i);
 }

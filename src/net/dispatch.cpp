@@ -76,21 +76,29 @@ void GameWindow::ReceiveBoardAction(const std::string& Data) {
   if (Data.starts_with(kBoardMark)) {
     ReceiveBoard(Data.substr(2));
   } else if (Data == "newc") {
-    PlayResourceSound(103);
-    ClearHistory();
-    SetUpCheckers();
-    ResetClock();
+    NewCheckers();
   } else if (Data == "clear") {
     PlayResourceSound(103);
     ClearBoard();
   } else if (Data == "new") {
-    PlayResourceSound(103);
-    ClearHistory();
-    SetUpChess();
-    ResetClock();
+    NewChess();
   } else {
     ReceiveMove(Data);
   }
+}
+
+void GameWindow::NewChess() {
+  PlayResourceSound(103);
+  ClearHistory();
+  SetUpChess();
+  ResetClock();
+}
+
+void GameWindow::NewCheckers() {
+  PlayResourceSound(103);
+  ClearHistory();
+  SetUpCheckers();
+  ResetClock();
 }
 
 void GameWindow::ReceiveBoard(const std::string& letters) {

@@ -19,6 +19,10 @@ class GameWindow : public Board {
   /// board, and what is too short for its type, has no effect.
   void Receive(const std::string& Data, int dtype);
 
+  /// Starts a new game here, with its sound: the history is emptied, the pieces set up, the clock at zero.
+  void NewChess();
+  void NewCheckers();
+
   /// The other side has left: offers to save the game, then ends the program. Never returns.
   void Disconnect();
 
@@ -26,6 +30,7 @@ class GameWindow : public Board {
   virtual void highlight(const std::string& who) = 0;  ///< shows the turn: "me" or "you"
   virtual void ShowNicks() = 0;                        ///< Nick and OpNick are known
   virtual void ClearHistory() = 0;
+  virtual void ResetClock() = 0;
   virtual void PlayResourceSound(int id) = 0;
   virtual void SaveGame() = 0;  ///< asks for a name and saves, or doesn't
   virtual bool AcceptsMessages() const = 0;

@@ -1,9 +1,10 @@
-#include "table/frm_chess.h"
-#include "table/frm_tool_window.h"
+#include "table/clock.h"
+
+#include "platform/values.h"
 
 namespace morva {
 
-void FrmChess::onesec_Timer() {
+void Clock::AddSecond() {
   ++sec;
   if (sec == 60) {
     sec = 0;
@@ -13,7 +14,8 @@ void FrmChess::onesec_Timer() {
     min = 0;
     ++hour;
   }
-  frmToolWindow->lblTime.Caption = TwoDigits(hour) + ":" + TwoDigits(min) + ":" + TwoDigits(sec);
 }
+
+std::string Clock::Text() const { return TwoDigits(hour) + ":" + TwoDigits(min) + ":" + TwoDigits(sec); }
 
 }  // namespace morva

@@ -173,6 +173,13 @@ void FrmChess::ClearHistory() { frmToolWindow->lstHist.Clear(); }
 
 void FrmChess::SaveGame() { mnuSaveGame.Click(); }
 
+void FrmChess::ResetClock() { clock = {}; }
+
+void FrmChess::onesec_Timer() {
+  clock.AddSecond();
+  frmToolWindow->lblTime.Caption = clock.Text();
+}
+
 bool FrmChess::AcceptsMessages() const { return mnuAcceptMessages.Checked(); }
 
 void ToggleChecked(Menu& item) { item.Checked = !item.Checked(); }

@@ -6,14 +6,18 @@
 #include "platform/dialogs.h"
 #include "platform/timer.h"
 #include "platform/window.h"
+#include "table/clock.h"
 
 namespace morva {
 
 /// The main window: the board, the chat and the menus. Its handlers stand by subject: mouse.cpp, chat.cpp,
-/// game_menu.cpp, sounds.cpp, clock.cpp, last_move.cpp.
+/// game_menu.cpp, sounds.cpp; the marker of the last move in frm_show_move.cpp.
 class FrmChess : public GameWindow {
  public:
   FrmChess();
+
+  bool Init = false;  ///< whether the window has been activated once
+  Clock clock;
 
   CommandButton cmdDefault;
   TextBox txtIn;
@@ -47,6 +51,7 @@ class FrmChess : public GameWindow {
   void highlight(const std::string& who) override;
   void ShowNicks() override;
   void ClearHistory() override;
+  void ResetClock() override;
   void SaveGame() override;
   bool AcceptsMessages() const override;
 

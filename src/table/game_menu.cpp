@@ -4,19 +4,13 @@
 namespace morva {
 
 void FrmChess::mnuNewChess_Click() {
-  PlayResourceSound(103);
-  ClearHistory();
-  SetUpChess();
-  ResetClock();
+  NewChess();
   Transmit("new", kBoard);
   txtIn.SetFocus();
 }
 
 void FrmChess::mnuNewCheckers_Click() {
-  PlayResourceSound(103);
-  ClearHistory();
-  SetUpCheckers();
-  ResetClock();
+  NewCheckers();
   Transmit("newc", kBoard);
   txtIn.SetFocus();
 }

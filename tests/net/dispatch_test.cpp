@@ -55,12 +55,12 @@ TEST_F(Dispatch, WholeBoardsResetWhatTheyShould) {
   frmChess->squ(30).ForeColor = kBlack;
   for (const auto& expected : cases) {
     Tell("310");
-    frmChess->sec = frmChess->min = frmChess->hour = 5;
+    frmChess->clock = {5, 5, 5};
     Tell(expected.message);
     EXPECT_EQ(Board(), expected.board) << expected.message;
     EXPECT_EQ(Turn(), "you") << expected.message;
     EXPECT_EQ(History().empty(), expected.game) << expected.message;
-    EXPECT_EQ(frmChess->sec + frmChess->min + frmChess->hour, expected.game ? 0 : 15) << expected.message;
+    EXPECT_EQ(frmChess->clock.Text(), expected.game ? "00:00:00" : "05:05:05") << expected.message;
     EXPECT_EQ(frmChess->squ(30).ForeColor, kBlack) << expected.message;  // of an empty square: it stays
   }
   EXPECT_EQ(frmChess->BoardLine(), std::string(64, 'd'));

@@ -17,9 +17,9 @@ TEST_F(ToolWindow, TheClockCarries) {
   } ticks[] = {{0, 9, 58, "00:09:59"}, {0, 9, 59, "00:10:00"}, {9, 59, 59, "10:00:00"}, {99, 59, 59, "100:00:00"}};
   FrmChess& game = *frmChess;
   for (const auto& tick : ticks) {
-    game.hour = tick.hour;
-    game.min = tick.min;
-    game.sec = tick.sec;
+    game.clock.hour = tick.hour;
+    game.clock.min = tick.min;
+    game.clock.sec = tick.sec;
     game.onesec.Tick();
     EXPECT_EQ(frmToolWindow->lblTime.Caption(), tick.shown);
   }
