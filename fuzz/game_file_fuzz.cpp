@@ -8,7 +8,7 @@
 #include <string>
 #include <string_view>
 
-#include "files/files.h"
+#include "files/file_menus.h"
 #include "fuzz/game.h"
 
 namespace {

@@ -1,5 +1,5 @@
 #include "extras/about.h"
-#include "files/files.h"
+#include "files/file_menus.h"
 #include "net/frm_splash.h"
 #include "platform/application.h"
 #include "table/frm_chess.h"

@@ -1,4 +1,4 @@
-#include "files/files.h"
+#include "files/file_menus.h"
 #include "platform/application.h"
 #include "platform/files.h"
 

@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-#include "files/files.h"
+#include "files/file_menus.h"
 #include "net/text.h"
 #include "platform/files.h"
 #include "table/frm_tool_window.h"

@@ -1,6 +1,6 @@
 #include <string_view>
 
-#include "files/files.h"
+#include "files/file_menus.h"
 #include "net/frm_control.h"
 #include "net/message_reader.h"
 #include "net/wire.h"

@@ -2,7 +2,7 @@
 
 #include <QTemporaryDir>
 
-#include "files/files.h"
+#include "files/file_menus.h"
 #include "platform/files.h"
 #include "tests/game.h"
 

@@ -2,7 +2,7 @@
 #include <QLineEdit>
 #include <QTemporaryDir>
 
-#include "files/files.h"
+#include "files/file_menus.h"
 #include "net/message_reader.h"
 #include "platform/files.h"
 #include "tests/game.h"

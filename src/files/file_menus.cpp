@@ -1,4 +1,4 @@
-#include "files/files.h"
+#include "files/file_menus.h"
 
 namespace morva {
 
