@@ -4,16 +4,16 @@
 #include <string>
 
 #include "board/words.h"
-#include "painting/coordinates.h"
+#include "painting/square_painter.h"
 #include "platform/values.h"
 
 namespace morva {
 
 /// The main window as the board: the squares are the only record of the game, and this layer moves what stands on them.
 /// It knows no rule. A square index is 0 to 63; another one throws std::out_of_range, so callers look at what arrives.
-class Board : public CoordinatesForm {
+class Board : public SquarePainter {
  public:
-  using CoordinatesForm::CoordinatesForm;
+  using SquarePainter::SquarePainter;
 
   int i1 = 0, i2 = 0;        ///< from and to of the last move
   std::string who;           ///< nick under which the next history line is written; the caller sets it

@@ -7,18 +7,17 @@
 
 namespace morva {
 
-CoordinatesForm::CoordinatesForm(const FormStyle& style) : SquarePainter(style) {}
-
-void CoordinatesForm::PlaceCoords() {
-  Place({{"cmdShowCoord", cmdShowCoord, 45, 45, 240, 240, "C"}});
+std::vector<LayoutRow> Coordinates::Layout() {
   cmdShowCoord.ToolTipText = "Show co-ordinates";
+  std::vector<LayoutRow> rows{{"cmdShowCoord", cmdShowCoord, 45, 45, 240, 240, "C"}};
   for (int k = 0; k < 8; ++k)
-    Place({{"Coord", Coord(k + 8), 45, 300.0 + 840 * k, 240, 240, std::string(1, "12345678"[k])}});
+    rows.push_back({"Coord", Coord(k + 8), 45, 300.0 + 840 * k, 240, 240, std::string(1, "12345678"[k])});
   for (int k = 0; k < 8; ++k)
-    Place({{"Coord", Coord(k), 300.0 + 840 * k, 45, 240, 240, std::string(1, "ABCDEFGH"[k])}});
+    rows.push_back({"Coord", Coord(k), 300.0 + 840 * k, 45, 240, 240, std::string(1, "ABCDEFGH"[k])});
+  return rows;
 }
 
-void CoordinatesForm::CollapseCoords() {
+void Coordinates::Collapse() {
   for (int i = 0; i < 8; ++i) {
     Coord(i).Tag = std::to_string(RoundToEven(Coord(i).Left - 45));
     Coord(i + 8).Tag = std::to_string(RoundToEven(Coord(i + 8).Top - 45));
@@ -27,14 +26,14 @@ void CoordinatesForm::CollapseCoords() {
   }
 }
 
-void CoordinatesForm::ToggleCoords() {
+void Coordinates::Toggle() {
   CoordsShown = !CoordsShown;
   frmCoords.made = [this](FrmCoords& slide) { slide.labels = this; };
   frmCoords->Show();
   cmdShowCoord.ToolTipText = std::string(CoordsShown ? "Hide" : "Show") + " co-ordinates";
 }
 
-void CoordinatesForm::SlideCoords(int step) {
+void Coordinates::Slide(int step) {
   for (int i = 0; i < 8; ++i) {
     Coord(i).Left = Val(Coord(i).Tag) * step / 40.0 + 45;
     Coord(i + 8).Top = Val(Coord(i + 8).Tag) * step / 40.0 + 45;
@@ -62,7 +61,7 @@ void FrmCoords::Form_Unload() { Timer1.Enabled = false; }
 void FrmCoords::Timer1_Timer() {
   // A second press can come before the first tick; the labels then stay at the end where they are.
   CoordStep = std::clamp(CoordStep + (labels->CoordsShown ? 1 : -1), 0, 40);
-  labels->SlideCoords(CoordStep);
+  labels->Slide(CoordStep);
   if (CoordStep == 0 || CoordStep == 40) Unload(frmCoords);
 }
 

@@ -1,6 +1,9 @@
 #pragma once
 
-#include "painting/square_painter.h"
+#include <vector>
+
+#include "platform/controls.h"
+#include "platform/form.h"
 #include "platform/timer.h"
 #include "platform/window.h"
 
@@ -8,24 +11,21 @@ namespace morva {
 
 /// The names of columns and rows on 16 labels along the edges of the board, and the button that lets them slide out
 /// and in.
-class CoordinatesForm : public SquarePainter {
+class Coordinates {
  public:
-  explicit CoordinatesForm(const FormStyle& style);
-
   CommandButton cmdShowCoord;
   ControlArray<CommandButton, 16> Coord;  ///< 0 to 7 are the columns A to H, 8 to 15 the rows 1 to 8
   bool CoordsShown = false;               ///< which way the labels are meant to be
 
-  /// Stacks the labels, which stand on their places, under cmdShowCoord, and stores each one's way in twips in its Tag.
-  void CollapseCoords();
-  /// Sends the labels out or back in, from wherever they are.
-  void ToggleCoords();
-  /// Puts the labels on their way: step 0 is collapsed, 40 is shown.
-  void SlideCoords(int step);
+  /// The button and the labels on their places, as rows of the window's layout.
+  std::vector<LayoutRow> Layout();
 
- protected:
-  /// Puts the button and the labels on the window, shown, behind all that was placed before.
-  void PlaceCoords();
+  /// Stacks the labels, which stand on their places, under cmdShowCoord, and stores each one's way in twips in its Tag.
+  void Collapse();
+  /// Sends the labels out or back in, from wherever they are.
+  void Toggle();
+  /// Puts the labels on their way: step 0 is collapsed, 40 is shown.
+  void Slide(int step);
 };
 
 /// One slide of the labels: a window out of sight that lives as long as the slide, a step a tick.
@@ -33,7 +33,7 @@ class FrmCoords : public Form {
  public:
   FrmCoords();
 
-  CoordinatesForm* labels = nullptr;  ///< set by ToggleCoords before the load; must live as long as this window
+  Coordinates* labels = nullptr;  ///< set by Toggle before the load; must live as long as this window
   Timer Timer1{1};
   int CoordStep = 0;  ///< 0 all collapsed, 40 all shown
 

@@ -16,7 +16,7 @@ FrmChess::FrmChess()
 }
 
 void FrmChess::LayOut() {
-  PlaceCoords();
+  Place(coordinates.Layout());
   Place({
       {"cmdDefault", cmdDefault, 5520, 7320, 540, 225, "Send"},
       {"txtIn", txtIn, 0, 7800, 6720, 285},
@@ -28,8 +28,8 @@ void FrmChess::LayOut() {
   std::vector<Control*> order;
   for (PictureBox& square : squ) order.push_back(&square);
   order.insert(order.end(), {&txtOut, &txtIn, &cmdDefault});
-  for (CommandButton& label : Coord) order.push_back(&label);
-  order.push_back(&cmdShowCoord);
+  for (CommandButton& label : coordinates.Coord) order.push_back(&label);
+  order.push_back(&coordinates.cmdShowCoord);
   TabOrder(order);
 
   SetMenu({
@@ -77,8 +77,8 @@ void FrmChess::ConnectEvents() {
     };
     square.DragDrop = [this, Index](Control& Source, float, float) { squ_DragDrop(Index, Source); };
   }
-  cmdShowCoord.MouseDown = [this](int, int, float, float) { cmdShowCoord_MouseDown(); };
-  for (CommandButton& label : Coord) label.MouseDown = [this](int, int, float, float) { txtIn.SetFocus(); };
+  coordinates.cmdShowCoord.MouseDown = [this](int, int, float, float) { cmdShowCoord_MouseDown(); };
+  for (CommandButton& label : coordinates.Coord) label.MouseDown = [this](int, int, float, float) { txtIn.SetFocus(); };
 
   txtIn.KeyPress = [this](int KeyAscii) { txtIn_KeyPress(KeyAscii); };
   txtOut.GotFocus = [this] { txtOut_GotFocus(); };
@@ -122,7 +122,7 @@ void FrmChess::Form_Activate() {
   Left = Left() - frmToolWindow->Width() / 2;
   frmToolWindow->Left = Left() + Width();
   frmToolWindow->Top = Top();
-  CollapseCoords();
+  coordinates.Collapse();
   txtIn.SetFocus();
 }
 
@@ -145,7 +145,7 @@ void FrmChess::mnuQuit_Click() {
 }
 
 void FrmChess::cmdShowCoord_MouseDown() {
-  ToggleCoords();
+  coordinates.Toggle();
   txtIn.SetFocus();
 }
 

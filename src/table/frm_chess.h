@@ -3,6 +3,7 @@
 #include <string>
 
 #include "net/game_window.h"
+#include "painting/coordinates.h"
 #include "platform/dialogs.h"
 #include "platform/timer.h"
 #include "platform/window.h"
@@ -18,6 +19,7 @@ class FrmChess : public GameWindow {
 
   bool Init = false;  ///< whether the window has been activated once
   Clock clock;
+  Coordinates coordinates;
 
   CommandButton cmdDefault;
   TextBox txtIn;

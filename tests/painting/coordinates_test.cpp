@@ -5,10 +5,10 @@
 namespace morva {
 namespace {
 
-struct Labels : CoordinatesForm {
-  Labels() : CoordinatesForm(FormStyle{}) {
-    PlaceCoords();
-    CollapseCoords();
+struct Labels : Form, Coordinates {
+  Labels() : Form(FormStyle{}) {
+    Place(Layout());
+    Collapse();
   }
   ~Labels() override { Unload(frmCoords); }
 
@@ -30,23 +30,23 @@ TEST(Coordinates, SlideOutAndInInFortyStepsAndTurnWhereTheyAre) {
   labels.ExpectAfter(0, 0, false);
   EXPECT_TRUE(labels.Coord(7).Tag == "6135" && labels.Coord(7).Caption == "H" && labels.Coord(15).Caption == "8");
 
-  labels.ToggleCoords();
+  labels.Toggle();
   EXPECT_EQ(labels.cmdShowCoord.ToolTipText(), "Hide co-ordinates");
   labels.ExpectAfter(20, 0.5, true);
   labels.ExpectAfter(19, 39 / 40.0, true);
   labels.ExpectAfter(1, 1, false);
 
-  labels.ToggleCoords();
+  labels.Toggle();
   EXPECT_EQ(labels.cmdShowCoord.ToolTipText(), "Show co-ordinates");
   labels.ExpectAfter(30, 0.25, true);
-  labels.ToggleCoords();
+  labels.Toggle();
   labels.ExpectAfter(1, 11 / 40.0, true);
-  labels.ToggleCoords();
+  labels.Toggle();
   labels.ExpectAfter(10, 1 / 40.0, true);
   labels.ExpectAfter(1, 0, false);
 
-  labels.ToggleCoords();
-  labels.ToggleCoords();  // before the first step
+  labels.Toggle();
+  labels.Toggle();  // before the first step
   labels.ExpectAfter(1, 0, false);
 }
 

@@ -36,7 +36,7 @@ TEST_F(Chat, LinesGoToTheLogAndOut) {
     Type(command);
     EXPECT_TRUE(Log().empty() && frmChess->txtIn.Text == "" && Sent().empty()) << command;
   }
-  frmChess->cmdShowCoord.SetFocus();
+  frmChess->coordinates.cmdShowCoord.SetFocus();
   frmChess->cmdDefault.Click();
   EXPECT_TRUE(Log().empty() && Sent().empty() && ChatHasFocus() && frmChess->cmdDefault.Left() < -9000);
 }
@@ -66,7 +66,7 @@ TEST_F(Chat, TheMenuActsInTheMiddleOfALine) {
   EXPECT_TRUE(frmChess->txtIn.Text == "half a line" && frmChess->txtIn.SelLength() == 11 && Log().empty());
   EXPECT_EQ(QGuiApplication::clipboard()->text(), "before");
   for (const auto& shortcut : shortcuts) {
-    frmChess->cmdShowCoord.SetFocus();
+    frmChess->coordinates.cmdShowCoord.SetFocus();
     shortcut.item.Click();
     EXPECT_TRUE(ChatHasFocus()) << shortcut.sent;
   }

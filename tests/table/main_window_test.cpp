@@ -52,7 +52,7 @@ TEST_F(Table, ADropOnAnEmptySquareMovesAndGivesTheTurn) {
   Lines history;
   for (const auto& drop : drops) {
     frmToolWindow->highlight("me");
-    frmChess->cmdShowCoord.SetFocus();
+    frmChess->coordinates.cmdShowCoord.SetFocus();
     Drag(drop.from, drop.too);
     if (drop.line != nullptr) {
       std::swap(board[static_cast<std::size_t>(drop.from)], board[static_cast<std::size_t>(drop.too)]);

@@ -65,11 +65,11 @@ TEST_F(ToolWindow, TheRightButtonOpensItsMenuOnTheLabels) {
 }
 
 TEST_F(ToolWindow, HistoryShowsItsLastLineAndTheChatKeepsTheFocus) {
-  frmChess->cmdShowCoord.SetFocus();
+  frmChess->coordinates.cmdShowCoord.SetFocus();
   Tell("15236");
   EXPECT_TRUE(frmToolWindow->lstHist.ListIndex == 0 && ChatHasFocus());
   frmChess->Enabled = false;
-  frmChess->cmdShowCoord.SetFocus();
+  frmChess->coordinates.cmdShowCoord.SetFocus();
   Tell("13620");
   EXPECT_TRUE(frmToolWindow->lstHist.ListIndex == 1 && !ChatHasFocus());
 }
