@@ -6,7 +6,7 @@ std::string Board::BoardLine() const {
   std::string line;
   for (int i = 0; i < 64; ++i) {
     int code = Val(squ(i).Tag);
-    // A bad letter can leave any byte's worth here; written on, it could be a control character.
+    // After a bad letter the Tag holds a number outside the codes, which could come out as a control character.
     if (code < 0 || code > 9) code = 0;
     line += static_cast<char>((squ(i).ForeColor == kBlack ? 100 : 110) + code);
   }

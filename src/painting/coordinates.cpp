@@ -55,7 +55,7 @@ FrmCoords::FrmCoords()
 
 void FrmCoords::Form_Load() { CoordStep = labels->CoordsShown ? 0 : 40; }
 
-// The object outlives its unloading by as long as a handler runs; the slide must not.
+// A handler that unloads its window still has the object; the timer must not tick meanwhile.
 void FrmCoords::Form_Unload() { Timer1.Enabled = false; }
 
 void FrmCoords::Timer1_Timer() {

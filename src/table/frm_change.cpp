@@ -11,7 +11,7 @@ namespace {
 
 constexpr int kPawn = 1, kQueen = 6, kChecker = 7, kKingChecker = 8;
 
-// What a player puts on an empty square is most likely of the game that is being played: the first piece tells.
+// The piece to offer for an empty square: of the game that the first piece on the board belongs to.
 int PieceOfTheGame() {
   for (const PictureBox& square : frmChess->squ) {
     const int piece = Val(square.Tag);

@@ -7,7 +7,7 @@
 namespace morva {
 
 void FrmChess::squ_DragOver(int Index, const Control& Source, DragState State) {
-  if (Val(Source.Tag) == 0) return ClearMarks();  // the other side can take the piece from under the hand
+  if (Val(Source.Tag) == 0) return ClearMarks();  // the other side has moved or removed the dragged piece meanwhile
   const Color carried = squ(Source.Index).ForeColor;
   for (PictureBox& square : squ) {
     if (Val(square.Tag) != 0) continue;
