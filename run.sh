@@ -10,8 +10,7 @@ need "${build_packages[@]}" "${run_packages[@]}"
 cmake --build build --target morva
 
 if [ -n "${DISPLAY:-}${WAYLAND_DISPLAY:-}" ]; then
-  cd assets # where the instructions are
-  exec ../build/morva
+  exec build/morva
 fi
 echo "There is no display here: two copies play a short game on a virtual one."
 need "${screen_packages[@]}"

@@ -1,13 +1,56 @@
+#include <cstdio>
+#include <optional>
+#include <span>
+#include <string_view>
+
 #include "extras/about.h"
 #include "files/file_menus.h"
+#include "files/frm_instructions.h"
 #include "net/frm_splash.h"
 #include "platform/application.h"
 #include "table/frm_chess.h"
 
 using namespace morva;
 
+namespace {
+
+constexpr char kHelp[] = R"(Morva: chess and checkers for two people at two computers.
+Usage: morva [--help | --version]
+
+Start it, type your nick and say whether you are host or guest. The host listens
+on TCP port 2948 and tells the guest the address that the window shows. Morva
+knows no rules: any piece can go anywhere, you two settle what is allowed.
+
+Keys at the table:
+  F1                the whole manual
+  F2, F3            save the game, open one on both boards
+  Ctrl+F1           new game: chess         Shift+F1   new game: checkers
+  Ctrl+S            show the last move again
+  Ctrl+C, X, Z      call check, check mate, stale mate
+  Ctrl+W, Ctrl+I    call wake up, I win
+  Enter             send the chat line
+
+Files: Morva writes only the games (*.mrv) and chats (*.txt) that you save.
+It has no settings. A morva.txt in the folder where it is started is shown in
+place of its own manual.
+)";
+
+// The exit code, where the words behind the program's name ask for something else than a game.
+std::optional<int> Answer(std::span<char*> words) {
+  if (words.empty()) return std::nullopt;
+  const std::string_view word = words.front();
+  if (word == "--help") return std::fputs(kHelp, stdout) < 0;
+  if (word == "--version") return std::printf("morva %s\n", App::Version().c_str()) < 0;
+  std::fprintf(stderr, "morva: unknown word '%s'; 'morva --help' tells which there are\n", words.front());
+  return 2;
+}
+
+}  // namespace
+
 int main(int argc, char** argv) {
+  if (const auto code = Answer({argv + 1, argv + argc})) return *code;
   Application application(argc, argv);
+  UseDataFolder();
   game_window = []() -> GameWindow& { return *frmChess; };
   frmChess.made = [](FrmChess& window) {
     ConnectFileMenus(window);

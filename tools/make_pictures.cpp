@@ -154,7 +154,7 @@ int make(const QDir& folder) {
     good = save(portrait(sitter, scale), "portrait" + end) && good;
     good = save(hand(scale), "hand" + end) && good;
   }
-  for (const int size : {16, 32, 48, 64, 128, 256})
+  for (const int size : {16, 24, 32, 48, 64, 128, 256})
     good = save(icon(set, size), QString("icon-%1.png").arg(size)) && good;
   return good ? 0 : 1;
 }

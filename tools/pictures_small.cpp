@@ -174,10 +174,12 @@ QImage small_icon(int size) {
 
   // The foot stands on whole pixels, so that it is as sharp as the tile.
   const QColor cream(0xf8ecd2), brown(0x3a2617);
-  painter.fillRect(QRectF(8, 25, 17, 3), cream);
-  painter.fillRect(QRectF(10, 23, 13, 1), cream);
-  painter.translate(17, 28);
-  painter.scale(0.0196, -0.0196);
+  const bool small = size <= 24;
+  painter.fillRect(small ? QRect(6, 19, 13, 2) : QRect(8, 25, 17, 3), cream);
+  painter.fillRect(small ? QRect(7, 17, 11, 1) : QRect(10, 23, 13, 1), cream);
+  painter.translate(small ? QPointF(13, 21) : QPointF(17, 28));
+  const double scale = small ? 0.0145 : 0.0196;  // pixels in a thousandth of a square
+  painter.scale(scale, -scale);
   QPainterPath above_foot;
   above_foot.addRect(-500, 252, 1000, 1200);
   painter.fillPath(knight_head().intersected(above_foot), cream);

@@ -5,7 +5,7 @@
 
 namespace morva::pictures {
 
-// The icon at 16 or 32 pixels: a knight on a square of the board, on a transparent ground.
+// The icon at 16, 24 or 32 pixels: a knight on a square of the board, on a transparent ground.
 QImage small_icon(int size);
 
 // The mouse pointer at scale 1 (32 pixels) or 2 (64): a white hand with a cyan cuff pointing upwards. The index

@@ -19,10 +19,6 @@ constexpr char kLegalNotice[] =
     " is free software under the MIT licence. It comes as it is, without any warranty. Whoever loses a game by it has "
     "lost that game fairly.";
 
-std::string Version() {
-  return std::to_string(App::Major) + "." + std::to_string(App::Minor) + "." + std::to_string(App::Revision);
-}
-
 }  // namespace
 
 FrmAboutChess::FrmAboutChess() : Form({.scale_width = 7275, .scale_height = 4395}) {
@@ -61,7 +57,7 @@ FrmAboutChess::FrmAboutChess() : Form({.scale_width = 7275, .scale_height = 4395
 }
 
 void FrmAboutChess::Form_Load() {
-  for (Label& label : title) label.Caption = label.Caption() + " " + Version();
+  for (Label& label : title) label.Caption = label.Caption() + " " + App::Version();
   legal.Caption = "Legal blabber:\n\n" + title(1).Caption() + kLegalNotice;
   Caption = "About " + title(1).Caption();
   frmToolWindow->Enabled = false;

@@ -1,11 +1,14 @@
 #include "files/frm_instructions.h"
 
 #include <algorithm>
+#include <filesystem>
 #include <string>
 #include <string_view>
+#include <system_error>
 
 #include "files/file_menus.h"
 #include "net/text.h"
+#include "platform/application.h"
 #include "platform/files.h"
 #include "table/frm_tool_window.h"
 
@@ -51,6 +54,17 @@ FrmInstructions::FrmInstructions()
   Place({
       {"textbox", textbox, 0, 0, 7095, 6255},
   });
+}
+
+void UseDataFolder() {
+  if (FileExists(kFileName)) return;
+  for (const char* place : {MORVA_DATA_FROM_PROGRAM, "."}) {
+    const std::filesystem::path folder = std::filesystem::path(App::Path()) / place;
+    std::error_code failed;
+    if (!std::filesystem::exists(folder / kFileName, failed)) continue;
+    std::filesystem::current_path(folder, failed);
+    return;
+  }
 }
 
 void FrmInstructions::Form_Load() { textbox.Text = TextOfFile(ReadFile(kFileName, kMostBytes).value_or("")); }

@@ -19,4 +19,8 @@ class FrmInstructions : public Form {
 
 inline Window<FrmInstructions> frmInstructions;
 
+/// Makes the program's own data folder the current one, unless the current one has an instructions file already. The
+/// data folder is found from where the program lies; where it can't be found, the current folder stays.
+void UseDataFolder();
+
 }  // namespace morva

@@ -190,6 +190,14 @@ void App::SetTitle(const std::string& title) { TitleText() = title; }
 
 std::string App::Title() { return TitleText(); }
 
+const int App::Major = MORVA_MAJOR;
+const int App::Minor = MORVA_MINOR;
+const int App::Revision = MORVA_REVISION;
+
+std::string App::Version() {
+  return std::to_string(Major) + "." + std::to_string(Minor) + "." + std::to_string(Revision);
+}
+
 std::string App::Path() { return StdText(QCoreApplication::applicationDirPath()); }
 
 }  // namespace morva

@@ -21,9 +21,9 @@ class Application {
 
 /// What the program knows of itself.
 struct App {
-  static constexpr int Major = 1;
-  static constexpr int Minor = 0;
-  static constexpr int Revision = 185;
+  static const int Major, Minor, Revision;
+  /// The three joined by ".", such as "1.2.34".
+  static std::string Version();
   static void SetTitle(const std::string& title);
   static std::string Title();
   /// The folder that holds the program.
