@@ -1,0 +1,205 @@
+#pragma once
+
+#include <QLabel>
+#include <QMenu>
+#include <QStyle>
+#include <QTemporaryDir>
+
+#include "extras/about.h"
+#include "extras/frm_about_chess.h"
+#include "extras/frm_author.h"
+#include "files/file_menus.h"
+#include "files/frm_instructions.h"
+#include "net/frm_splash.h"
+#include "painting/coordinates.h"
+#include "tests/game.h"
+
+namespace morva {
+
+/// The desktop's colours: "light", "dark" or "contrast".
+inline QPalette Scheme(const std::string& name) {
+  if (name == "light") return QApplication::style()->standardPalette();
+  const bool dark = name == "dark";
+  QPalette palette(dark ? QColor(0x35, 0x35, 0x35) : Qt::black, dark ? QColor(0x31, 0x31, 0x31) : Qt::black);
+  for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText}) {
+    palette.setColor(role, Qt::white);
+    palette.setColor(QPalette::Disabled, role, dark ? Qt::gray : Qt::green);
+  }
+  palette.setColor(QPalette::Base, dark ? QColor(0x23, 0x23, 0x23) : Qt::black);
+  palette.setColor(QPalette::Highlight, dark ? QColor(0x2A, 0x62, 0x9A) : Qt::yellow);
+  palette.setColor(QPalette::HighlightedText, dark ? Qt::white : Qt::black);
+  return palette;
+}
+
+/// One evening, in which each window, box and menu of the program is looked at, always in the same state.
+class Walk : public GameTest {
+ protected:
+  /// Told the situation's name and what is seen in it.
+  using Look = std::function<void(const std::string& name, QWidget& seen)>;
+
+  void SetUp() override {
+    QApplication::setCursorFlashTime(0);
+    frmChess.made = [](FrmChess& window) {
+      ConnectFileMenus(window);
+      ConnectHelpMenu(window);
+    };
+  }
+
+  void TearDown() override {
+    Unload(frmSplash);
+    Unload(frmCoords);
+    GameTest::TearDown();
+    frmChess.made = nullptr;
+  }
+
+  void Go(const Look& look) {
+    look_ = look;
+    ASSERT_NO_FATAL_FAILURE(StartUp());
+    ASSERT_NO_FATAL_FAILURE(Sit());
+    frmChess->onesec.Enabled = false;
+    Table();
+    Menus();
+    Dialogs();
+    server_.close();
+    Box("box-left", [this] {
+      peer_->abort();
+      Await([this] { return ended_ > 0; });
+    });
+  }
+
+ private:
+  void See(const std::string& name, Form& form) {
+    form.Native()->activateWindow();  // after a box that is a window manager's task
+    EXPECT_TRUE(QTest::qWaitForWindowActive(form.Native())) << name;
+    QTest::qWait(1);  // new lines show a turn of the event loop later
+    look_(name, *form.Native());
+  }
+
+  /// Looks at the box that comes up meanwhile, and presses its last button.
+  void Box(const std::string& name, const std::function<void()>& meanwhile) {
+    bool seen = false;
+    QTimer user;
+    user.callOnTimeout([&] {
+      auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+      if (box == nullptr || seen) return;
+      seen = true;
+      EXPECT_TRUE(QTest::qWaitForWindowActive(box)) << name;
+      look_(name, *box);
+      box->buttons().back()->click();
+    });
+    user.start(5);
+    meanwhile();
+    EXPECT_TRUE(seen) << name;
+  }
+
+  void StartUp() {
+    frmSplash->Show();
+    See("splash", *frmSplash);
+    frmSplash->Form_Click();
+    See("welcome-guest", *frmWelcome);
+    Box("box-oops", [] { frmWelcome->cmdGo.Click(); });
+    frmWelcome->txtNick.Text = "Ann";
+    frmWelcome->txtHost.Text = "chess.example.org";
+    frmWelcome->rdoHost.Value = true;
+    frmWelcome->txtNick.SetFocus();
+    See("welcome-host", *frmWelcome);
+    GameTest::Go("host");
+    // Each computer has another address.
+    std::string status = frmControl->lblStat.Caption();
+    const std::string address = frmControl->tcp.LocalIP();
+    status.replace(status.find(address), address.size(), "192.168.100.200");
+    frmControl->lblStat.Caption = status;
+    See("control", *frmControl);
+    frmControl->tcp.Close();
+    Unload(frmControl);
+  }
+
+  void Table() {
+    FrmChess& table = *frmChess;
+    FrmToolWindow& tools = *frmToolWindow;
+    See("table-start", table);
+    look_("tools-start", *tools.Native());
+    Tell("2J\xC3\xB6rg & <b>Bob</b>");
+    for (const char* message :
+         {"15236", "11228", "16245", "10118", "15844", "106511", "16052", "36", "12836", "427616777215"}) {
+      Tell(message);
+    }
+    table.DoMove(11, 57);
+    tools.highlight("you");
+    for (const char* line : {"hello there", "a&b <i>x</i>", "g\xC3\xBC\xC3\x9F dich",
+                             "a line that is so long that "
+                             "it goes on in the next one, for the log is no wider than the board above it is"}) {
+      Tell(std::string("0") + line);
+    }
+    table.txtIn.Text = "half a line";
+    table.clock.sec = 59;
+    table.onesec.Tick();
+    table.coordinates.cmdShowCoord.MouseDown(kLeftButton, 0, 0, 0);
+    while (frmCoords.Loaded()) frmCoords->Timer1.Tick();
+    table.hover(36, kBlack);
+    QTest::mousePress(MainWindow(), Qt::LeftButton, {}, At(48));
+    QTest::mouseMove(MainWindow(), At(35));
+    QLabel hand;
+    hand.setPixmap(QGuiApplication::overrideCursor()->pixmap());
+    hand.resize(hand.sizeHint());
+    look_("hand", hand);
+    See("table-played", table);
+    look_("tools-played", *tools.Native());
+    QTest::mouseRelease(MainWindow(), Qt::LeftButton, {}, At(48));
+    tools.highlight("me");
+    tools.Native()->resize(tools.Native()->width() + 40, tools.Native()->height());
+    QTest::qWait(1);
+    look_("tools-wide", *tools.Native());
+    tools.Native()->resize(tools.Native()->width() - 40, tools.Native()->height());
+    table.coordinates.cmdShowCoord.MouseDown(kLeftButton, 0, 0, 0);
+    for (int tick = 0; tick < 10; ++tick) frmCoords->Timer1.Tick();
+    table.SetUpCheckers();
+    table.checkerking(2, 0);
+    table.checkerking(58, 1);
+    Unload(frmCoords);
+    See("table-checkers", table);
+    table.mnuShowLast.Click();
+    look_("marker", *frmShowMove->Native());
+    Unload(frmShowMove);
+    table.Enabled = true;
+  }
+
+  void Menus() {
+    for (QMenu* menu : frmChess->Native()->findChildren<QMenu*>()) {
+      if (menu->title().isEmpty()) continue;  // the menu bar's own, where it is too narrow
+      menu->popup(frmChess->Native()->pos());
+      look_("menu-" + menu->title().remove('&').section(' ', 0, 0).toLower().toStdString(), *menu);
+      menu->close();
+    }
+    QTimer::singleShot(20, [this] {
+      QWidget* menu = QApplication::activePopupWidget();
+      ASSERT_NE(menu, nullptr);
+      look_("menu-tools", *menu);
+      menu->close();
+    });
+    frmToolWindow->Form_MouseDown(kRightButton, 0, 100, 100);
+  }
+
+  void Dialogs() {
+    QTest::mouseClick(MainWindow(), Qt::RightButton, {}, At(58));
+    See("change", *frmChange);
+    frmChange->cmdCancel.Click();
+    Box("box-message", [] { Tell("0iwin"); });
+    frmChess->mnuAbout.Click();
+    See("about", *frmAboutChess);
+    frmAboutChess->photo.Click();
+    See("author", *frmAuthor);
+    frmAuthor->photo.Click();
+    frmAboutChess->cmdOK.Click();
+    const QString before = QDir::currentPath();
+    QDir::setCurrent(MORVA_ASSETS);
+    frmChess->mnuInstructions.Click();
+    QDir::setCurrent(before);
+    See("instructions", *frmInstructions);
+    Unload(frmInstructions);
+  }
+
+  Look look_;
+};
+
+}  // namespace morva
