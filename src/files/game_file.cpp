@@ -11,9 +11,8 @@ namespace morva {
 namespace {
 
 constexpr char kFilter[] = "Morva Game (*.mrv)|*.mrv";
-constexpr std::size_t kSquares = 64;
 
-std::string BoardMessage(std::string_view line) { return std::to_string(kBoard) + kBoardMark + std::string(line); }
+std::string BoardMessage(std::string_view line) { return std::string(kBoardHead) + std::string(line); }
 
 std::string_view FirstLine(std::string_view text) {
   const std::size_t end = text.find('\n');
@@ -44,7 +43,7 @@ void mnuOpenGame_Click(FrmChess& window) {
 
 void OpenGame(FrmChess& window, const std::string& name) {
   // The other side drops a message that is longer.
-  const auto file = ReadFile(name, MessageReader::kMaxMessage - BoardMessage("").size());
+  const auto file = ReadFile(name, MessageReader::kMaxMessage - kBoardHead.size());
   if (!file) return;
   const std::string_view line = FirstLine(*file);
   for (std::size_t i = 0; i < kSquares; ++i) {

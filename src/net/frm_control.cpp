@@ -9,8 +9,6 @@
 
 namespace morva {
 
-void Transmit(const std::string& text, int dtype) { frmControl->tcp.SendData(std::to_string(dtype) + BytesOf(text)); }
-
 FrmControl::FrmControl() : Form({.scale_width = 4590, .scale_height = 960}) {
   Place({
       {"cmdCancel", cmdCancel, 3390, 510, 1080, 345, "Cancel"},

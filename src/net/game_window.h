@@ -23,8 +23,8 @@ class GameWindow : public Board {
   void NewChess();
   void NewCheckers();
 
-  /// The other side has left: offers to save the game, then ends the program. Never returns.
-  void Disconnect();
+  /// The other side has left: offers to save the game, then ends the program.
+  [[noreturn]] void Disconnect();
 
   virtual void out(const std::string& s) = 0;          ///< a line of chat
   virtual void highlight(const std::string& who) = 0;  ///< shows the turn: "me" or "you"
@@ -48,7 +48,7 @@ class GameWindow : public Board {
   std::set<std::string> shown_messages_;  ///< boxes that are open
 };
 
-/// The table's main window; the room that has it fills this in.
+/// The table's main window; its own folder fills this in.
 inline std::function<GameWindow&()> game_window;
 
 }  // namespace morva

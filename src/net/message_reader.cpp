@@ -2,16 +2,11 @@
 
 #include <utility>
 
+#include "net/wire.h"
+
 namespace morva {
 namespace {
 
-// A run this long may span several packets, so a short silence in it proves nothing.
-constexpr std::size_t kLongRun = 512;
-constexpr int kShortQuietMs = 20;
-constexpr int kLongQuietMs = 250;
-
-constexpr std::string_view kBoardHead = "1__";
-constexpr std::size_t kBoardBytes = 3 + 64;
 constexpr std::size_t kLeastPayload = 4;  // of a move or a change
 
 enum class Shape {
@@ -143,9 +138,9 @@ std::optional<std::string> MessageReader::Next() {
 
 int MessageReader::QuietNeeded() const {
   if (swallowing_) return kLongQuietMs;
-  if (held_.empty()) return after_board_ ? kShortQuietMs : 0;
-  if (Read(held_).shape == Shape::kIncomplete || held_.size() > kLongRun) return kLongQuietMs;
-  return kShortQuietMs;
+  if (held_.empty()) return after_board_ ? kQuietMs : 0;
+  if (Read(held_).shape == Shape::kIncomplete || held_.size() > kLongMessage) return kLongQuietMs;
+  return kQuietMs;
 }
 
 void MessageReader::Quiet() {

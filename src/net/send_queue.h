@@ -4,13 +4,8 @@
 #include <deque>
 #include <optional>
 #include <string>
-#include <string_view>
 
 namespace morva {
-
-/// Whether the other side can tell the end of `message` only by a pause behind it: a chat line, a nick, a trashed
-/// square, a board longer than 64 letters.
-bool RunsToEnd(std::string_view message);
 
 /// What is waiting to be sent, in order, one write a message. After a message that runs to the end of what is read the
 /// next one waits for 100 ms, after a long one for 300, so that they are not read as one. Times are

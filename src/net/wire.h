@@ -1,6 +1,8 @@
 #pragma once
 
+#include <cstddef>
 #include <string>
+#include <string_view>
 
 namespace morva {
 
@@ -13,7 +15,22 @@ inline constexpr int kNick = 2;
 inline constexpr int kTrash = 3;
 inline constexpr int kChange = 4;
 
-inline constexpr char kBoardMark[] = "__";  ///< leads a board line in its payload
+inline constexpr std::string_view kBoardHead = "1__";  ///< leads a board: the digit and a mark in its payload
+inline constexpr std::size_t kSquares = 64;            ///< of a board, each a letter of its line
+inline constexpr std::size_t kBoardBytes = kBoardHead.size() + kSquares;  ///< of a board with no more than its squares
+
+/// Whether the end of `message` shows only in the quiet behind it: a chat line, a nick, a trashed square, a board line
+/// longer than the board.
+inline bool RunsToEnd(std::string_view message) {
+  return message.starts_with('0') || message.starts_with('2') || message.starts_with('3') ||
+         (message.starts_with(kBoardHead) && message.size() > kBoardBytes);
+}
+
+/// How long the line is quiet behind what runs to the end before that counts as over, in milliseconds. A long message
+/// may come in many pieces, and so may one that breaks off where it can't end.
+inline constexpr int kQuietMs = 20;
+inline constexpr int kLongQuietMs = 250;
+inline constexpr std::size_t kLongMessage = 512;  ///< bytes; a longer one counts as long
 
 /// Sends a typed message: the digit and the text, UTF-8 here and as the wire has it there.
 void Transmit(const std::string& text, int dtype);

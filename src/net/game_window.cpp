@@ -1,9 +1,12 @@
+#include "net/game_window.h"
+
 #include <array>
 #include <optional>
 
-#include "net/game_window.h"
+#include "net/frm_control.h"
 #include "net/text.h"
 #include "net/wire.h"
+#include "platform/application.h"
 #include "platform/dialogs.h"
 
 namespace morva {
@@ -24,8 +27,6 @@ constexpr std::array<CannedWord, 5> kCannedWords{{
     {"smate", 105, "Stalemate!", false},
     {"iwin", 106, " wins!", true},
 }};
-
-constexpr std::size_t kSquares = 64;
 
 // The square that a text names by the number it starts with; none where there is no number, or none of a square.
 std::optional<int> SquareIn(const std::string& text) {
@@ -73,8 +74,9 @@ void GameWindow::ShowMessage(const std::string& text) {
 }
 
 void GameWindow::ReceiveBoardAction(const std::string& Data) {
-  if (Data.starts_with(kBoardMark)) {
-    ReceiveBoard(Data.substr(2));
+  const std::string_view mark = kBoardHead.substr(1);
+  if (Data.starts_with(mark)) {
+    ReceiveBoard(Data.substr(mark.size()));
   } else if (Data == "newc") {
     NewCheckers();
   } else if (Data == "clear") {
@@ -143,6 +145,14 @@ void GameWindow::ReceiveChange(const std::string& Data) {
   PutPiece(*index, Val(Data.substr(2, 1)), static_cast<Color>(*color));
   who = OpNick;
   ChangeToHist(*index);
+}
+
+void GameWindow::Disconnect() {
+  frmControl->tcp.Close();
+  const MsgBoxResult answer = MsgBox(OpNick + " has left. Do you want to save the game?", "Morva",
+                                     MsgBoxButtons::kYesNo, MsgBoxIcon::kExclamation);
+  if (answer == MsgBoxResult::kYes) SaveGame();
+  End();
 }
 
 }  // namespace morva
