@@ -18,7 +18,7 @@
 #include "net/frm_welcome.h"
 #include "net/wire.h"
 #include "platform/application.h"
-#include "platform/picture.h"
+#include "platform/drawing/picture.h"
 #include "table/frm_chess.h"
 #include "table/frm_tool_window.h"
 

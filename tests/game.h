@@ -16,6 +16,8 @@
 #include "net/frm_welcome.h"
 #include "net/wire.h"
 #include "platform/application.h"
+#include "platform/controls/list_box.h"
+#include "platform/controls/pictures.h"
 #include "table/frm_change.h"
 #include "table/frm_chess.h"
 #include "table/frm_show_move.h"

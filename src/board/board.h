@@ -5,7 +5,7 @@
 
 #include "board/words.h"
 #include "painting/square_painter.h"
-#include "platform/values.h"
+#include "platform/system/values.h"
 
 namespace morva {
 

@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "platform/colors.h"
+#include "platform/drawing/colors.h"
 
 namespace morva {
 

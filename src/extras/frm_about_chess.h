@@ -1,7 +1,10 @@
 #pragma once
 
-#include "platform/controls.h"
-#include "platform/window.h"
+#include "platform/controls/command_button.h"
+#include "platform/controls/control_array.h"
+#include "platform/controls/label.h"
+#include "platform/controls/pictures.h"
+#include "platform/window/window.h"
 
 namespace morva {
 

@@ -1,6 +1,6 @@
 #include "files/file_menus.h"
 #include "platform/application.h"
-#include "platform/files.h"
+#include "platform/system/plain_files.h"
 
 namespace morva {
 

@@ -9,7 +9,7 @@
 #include "files/file_menus.h"
 #include "net/text.h"
 #include "platform/application.h"
-#include "platform/files.h"
+#include "platform/system/plain_files.h"
 #include "table/frm_tool_window.h"
 
 namespace morva {

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/controls.h"
-#include "platform/window.h"
+#include "platform/controls/text_log.h"
+#include "platform/window/window.h"
 
 namespace morva {
 

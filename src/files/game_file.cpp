@@ -4,7 +4,7 @@
 #include "net/frm_control.h"
 #include "net/message_reader.h"
 #include "net/wire.h"
-#include "platform/files.h"
+#include "platform/system/plain_files.h"
 
 namespace morva {
 

@@ -5,8 +5,8 @@
 
 #include "net/message_reader.h"
 #include "net/send_queue.h"
-#include "platform/socket.h"
-#include "platform/timer.h"
+#include "platform/system/socket.h"
+#include "platform/system/timer.h"
 
 namespace morva {
 

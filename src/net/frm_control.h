@@ -3,8 +3,10 @@
 #include <string>
 
 #include "net/connection.h"
-#include "platform/controls.h"
-#include "platform/window.h"
+#include "platform/controls/command_button.h"
+#include "platform/controls/label.h"
+#include "platform/controls/pictures.h"
+#include "platform/window/window.h"
 
 namespace morva {
 

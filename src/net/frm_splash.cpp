@@ -1,7 +1,6 @@
 #include "net/frm_splash.h"
 
 #include "net/frm_welcome.h"
-#include "platform/application.h"
 
 namespace morva {
 
@@ -10,8 +9,6 @@ FrmSplash::FrmSplash()
   SetPicture("splash");
   tmrTrigger.Tick = [this] { tmrTrigger_Timer(); };
 }
-
-void FrmSplash::Form_Load() { App::SetTitle("Morva Build #" + std::to_string(App::Revision)); }
 
 void FrmSplash::Form_Click() { frmWelcome->Show(); }
 

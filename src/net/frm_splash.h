@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/timer.h"
-#include "platform/window.h"
+#include "platform/system/timer.h"
+#include "platform/window/window.h"
 
 namespace morva {
 
@@ -9,7 +9,6 @@ namespace morva {
 class FrmSplash : public Form {
  public:
   FrmSplash();
-  void Form_Load() override;
   void Form_Click() override;
 
  private:

@@ -1,7 +1,11 @@
 #pragma once
 
-#include "platform/controls.h"
-#include "platform/window.h"
+#include "platform/controls/command_button.h"
+#include "platform/controls/frame.h"
+#include "platform/controls/label.h"
+#include "platform/controls/option_button.h"
+#include "platform/controls/text_box.h"
+#include "platform/window/window.h"
 
 namespace morva {
 

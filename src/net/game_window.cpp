@@ -7,7 +7,7 @@
 #include "net/text.h"
 #include "net/wire.h"
 #include "platform/application.h"
-#include "platform/dialogs.h"
+#include "platform/window/dialogs.h"
 
 namespace morva {
 

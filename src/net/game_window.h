@@ -5,7 +5,7 @@
 #include <string>
 
 #include "board/board.h"
-#include "platform/menu.h"
+#include "platform/window/menu.h"
 
 namespace morva {
 

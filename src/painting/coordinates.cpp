@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <string>
 
-#include "platform/values.h"
+#include "platform/system/values.h"
 
 namespace morva {
 

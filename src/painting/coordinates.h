@@ -2,10 +2,11 @@
 
 #include <vector>
 
-#include "platform/controls.h"
-#include "platform/form.h"
-#include "platform/timer.h"
-#include "platform/window.h"
+#include "platform/controls/command_button.h"
+#include "platform/controls/control_array.h"
+#include "platform/system/timer.h"
+#include "platform/window/form.h"
+#include "platform/window/window.h"
 
 namespace morva {
 

@@ -3,8 +3,8 @@
 #include <cstdint>
 #include <optional>
 
-#include "platform/colors.h"
-#include "platform/values.h"
+#include "platform/drawing/colors.h"
+#include "platform/system/values.h"
 
 namespace morva {
 

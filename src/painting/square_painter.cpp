@@ -1,6 +1,6 @@
 #include "painting/square_painter.h"
 
-#include "platform/values.h"
+#include "platform/system/values.h"
 
 namespace morva {
 

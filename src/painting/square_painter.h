@@ -1,8 +1,9 @@
 #pragma once
 
-#include "platform/colors.h"
-#include "platform/controls.h"
-#include "platform/form.h"
+#include "platform/controls/control_array.h"
+#include "platform/controls/pictures.h"
+#include "platform/drawing/colors.h"
+#include "platform/window/form.h"
 
 namespace morva {
 

@@ -24,8 +24,6 @@ struct App {
   static const int Major, Minor, Revision;
   /// The three joined by ".", such as "1.2.34".
   static std::string Version();
-  static void SetTitle(const std::string& title);
-  static std::string Title();
   /// The folder that holds the program.
   static std::string Path();
 };

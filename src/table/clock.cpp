@@ -1,6 +1,6 @@
 #include "table/clock.h"
 
-#include "platform/values.h"
+#include "platform/system/values.h"
 
 namespace morva {
 

@@ -1,8 +1,11 @@
 #pragma once
 
-#include "platform/controls.h"
-#include "platform/form_extender.h"
-#include "platform/window.h"
+#include "platform/controls/command_button.h"
+#include "platform/controls/control_array.h"
+#include "platform/controls/frame.h"
+#include "platform/controls/option_button.h"
+#include "platform/window/form_extender.h"
+#include "platform/window/window.h"
 
 namespace morva {
 

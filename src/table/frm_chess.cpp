@@ -2,7 +2,7 @@
 
 #include "net/frm_control.h"
 #include "platform/application.h"
-#include "platform/sound.h"
+#include "platform/system/sound.h"
 #include "table/frm_tool_window.h"
 
 namespace morva {

@@ -4,9 +4,12 @@
 
 #include "net/game_window.h"
 #include "painting/coordinates.h"
-#include "platform/dialogs.h"
-#include "platform/timer.h"
-#include "platform/window.h"
+#include "platform/controls/command_button.h"
+#include "platform/controls/text_box.h"
+#include "platform/controls/text_log.h"
+#include "platform/system/timer.h"
+#include "platform/window/dialogs.h"
+#include "platform/window/window.h"
 #include "table/clock.h"
 
 namespace morva {

@@ -1,5 +1,5 @@
-#include "table/frm_chess.h"
 #include "table/frm_show_move.h"
+#include "table/frm_chess.h"
 
 namespace morva {
 

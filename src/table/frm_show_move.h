@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/timer.h"
-#include "platform/window.h"
+#include "platform/system/timer.h"
+#include "platform/window/window.h"
 
 namespace morva {
 

@@ -2,9 +2,12 @@
 
 #include <string>
 
-#include "platform/controls.h"
-#include "platform/form_extender.h"
-#include "platform/window.h"
+#include "platform/controls/control_array.h"
+#include "platform/controls/label.h"
+#include "platform/controls/list_box.h"
+#include "platform/controls/pictures.h"
+#include "platform/window/form_extender.h"
+#include "platform/window/window.h"
 
 namespace morva {
 

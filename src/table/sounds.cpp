@@ -1,5 +1,5 @@
-#include "platform/resources.h"
-#include "platform/sound.h"
+#include "platform/system/resources.h"
+#include "platform/system/sound.h"
 #include "table/frm_chess.h"
 
 namespace morva {

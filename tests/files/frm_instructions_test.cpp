@@ -3,7 +3,7 @@
 #include <QTemporaryDir>
 
 #include "files/file_menus.h"
-#include "platform/files.h"
+#include "platform/system/plain_files.h"
 #include "tests/game.h"
 
 namespace morva {

@@ -4,7 +4,7 @@
 
 #include "files/file_menus.h"
 #include "net/message_reader.h"
-#include "platform/files.h"
+#include "platform/system/plain_files.h"
 #include "tests/game.h"
 
 namespace morva {

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "platform/surface.h"
+#include "platform/drawing/surface.h"
 
 namespace morva {
 namespace {

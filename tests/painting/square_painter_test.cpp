@@ -7,8 +7,9 @@
 #include <set>
 #include <sstream>
 
-#include "platform/picture.h"
-#include "platform/qt_values.h"
+#include "platform/drawing/picture.h"
+#include "platform/drawing/pixels.h"
+#include "platform/drawing/qt_color.h"
 
 namespace morva {
 namespace {

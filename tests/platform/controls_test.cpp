@@ -1,4 +1,7 @@
-#include "platform/controls.h"
+#include "platform/controls/label.h"
+#include "platform/controls/list_box.h"
+#include "platform/controls/text_box.h"
+#include "platform/controls/text_log.h"
 
 #include <gtest/gtest.h>
 
@@ -11,8 +14,8 @@
 #include <QTextDocumentFragment>
 #include <QToolTip>
 
-#include "platform/form.h"
-#include "platform/qt_values.h"
+#include "platform/drawing/fonts.h"
+#include "platform/window/form.h"
 #include "tests/support.h"
 
 namespace morva {

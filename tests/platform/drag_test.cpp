@@ -3,8 +3,9 @@
 #include <QWindow>
 #include <sstream>
 
-#include "platform/controls.h"
-#include "platform/form.h"
+#include "platform/controls/command_button.h"
+#include "platform/controls/pictures.h"
+#include "platform/window/form.h"
 #include "tests/support.h"
 
 namespace morva {

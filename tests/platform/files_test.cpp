@@ -1,4 +1,4 @@
-#include "platform/files.h"
+#include "platform/system/plain_files.h"
 
 #include <gtest/gtest.h>
 #include <sys/resource.h>

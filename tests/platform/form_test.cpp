@@ -1,4 +1,4 @@
-#include "platform/form.h"
+#include "platform/window/form.h"
 
 #include <gtest/gtest.h>
 
@@ -6,10 +6,14 @@
 #include <QLineEdit>
 #include <QWindow>
 
-#include "platform/controls.h"
-#include "platform/timer.h"
-#include "platform/values.h"
-#include "platform/window.h"
+#include "platform/controls/command_button.h"
+#include "platform/controls/frame.h"
+#include "platform/controls/list_box.h"
+#include "platform/controls/text_box.h"
+#include "platform/controls/text_log.h"
+#include "platform/system/timer.h"
+#include "platform/system/values.h"
+#include "platform/window/window.h"
 #include "tests/support.h"
 
 namespace morva {

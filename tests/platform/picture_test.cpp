@@ -1,12 +1,12 @@
-#include "platform/picture.h"
+#include "platform/drawing/picture.h"
 
 #include <gtest/gtest.h>
 
 #include <QImage>
 #include <random>
 
-#include "platform/qt_values.h"
-#include "platform/surface.h"
+#include "platform/drawing/qt_color.h"
+#include "platform/drawing/surface.h"
 
 namespace morva {
 namespace {

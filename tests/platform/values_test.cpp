@@ -1,4 +1,4 @@
-#include "platform/values.h"
+#include "platform/system/values.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 #include <QClipboard>
 
-#include "platform/resources.h"
+#include "platform/system/resources.h"
 #include "tests/game.h"
 
 namespace morva {

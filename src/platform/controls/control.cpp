@@ -1,0 +1,126 @@
+#include "platform/controls/control.h"
+
+#include <QEvent>
+#include <QHash>
+#include <QMouseEvent>
+#include <QWidget>
+
+#include "platform/drawing/fonts.h"
+#include "platform/drawing/pixels.h"
+#include "platform/system/qt_text.h"
+
+namespace morva {
+
+namespace {
+
+QHash<const QWidget*, Control*>& Controls() {
+  static QHash<const QWidget*, Control*> controls;
+  return controls;
+}
+
+}  // namespace
+
+// Turns the toolkit's events on the widget into the control's.
+class Control::EventFilter : public QObject {
+ public:
+  explicit EventFilter(Control& control) : control_(control) {}
+
+  bool eventFilter(QObject* /*watched*/, QEvent* event) override {
+    switch (event->type()) {
+      case QEvent::MouseButtonPress:
+      case QEvent::MouseButtonDblClick:
+        return Press(*static_cast<QMouseEvent*>(event));
+      case QEvent::MouseMove:
+        Tell(control_.MouseMove, *static_cast<QMouseEvent*>(event));
+        return false;
+      case QEvent::MouseButtonRelease:
+        return Release(*static_cast<QMouseEvent*>(event));
+      case QEvent::FocusIn:
+        if (control_.GotFocus) control_.GotFocus();
+        return false;
+      default:
+        return false;
+    }
+  }
+
+ private:
+  bool Press(const QMouseEvent& event) {
+    Tell(control_.MouseDown, event);
+    return control_.TakesMouse();
+  }
+
+  bool Release(const QMouseEvent& event) {
+    if (!control_.TakesMouse()) return false;
+    const bool inside = control_.widget_->rect().contains(event.position().toPoint());
+    if (inside && event.button() == Qt::LeftButton && control_.Click) control_.Click();
+    return true;
+  }
+
+  void Tell(const MouseHandler& handler, const QMouseEvent& event) const {
+    if (!handler) return;
+    const QPointF pixels = event.position() - control_.widget_->contentsRect().topLeft();
+    handler(static_cast<int>(event.button()), static_cast<int>(event.modifiers() >> 25U) & 7,
+            static_cast<float>(ToTwips(pixels.x())), static_cast<float>(ToTwips(pixels.y())));
+  }
+
+  Control& control_;
+};
+
+Control::Control(std::unique_ptr<QWidget> widget)
+    : Left(0, [this] { Lay(); }),
+      Top(0, [this] { Lay(); }),
+      Width(0, [this] { Lay(); }),
+      Height(0, [this] { Lay(); }),
+      Visible(true, [this] { widget_->setVisible(Visible()); }),
+      Enabled(true, [this] { widget_->setEnabled(Enabled()); }),
+      ToolTipText({},
+                  [this] {
+                    widget_->setToolTip(TipText(ToolTipText()));
+                    widget_->setAccessibleDescription(QtText(ToolTipText()));
+                  }),
+      widget_(std::move(widget)),
+      filter_(std::make_unique<EventFilter>(*this)) {
+  Controls().insert(widget_.get(), this);
+  widget_->installEventFilter(filter_.get());
+  widget_->setFont(ProgramFont());
+}
+
+Control::~Control() {
+  // The controls inside are their own owners.
+  const QObjectList children = widget_->children();
+  for (QObject* child : children) {
+    if (auto* inside = qobject_cast<QWidget*>(child); inside != nullptr && ControlOf(inside) != this) {
+      inside->setParent(nullptr);
+    }
+  }
+  Controls().remove(widget_.get());
+}
+
+QWidget* Control::Native() const { return widget_.get(); }
+
+void Control::SetFocus() { widget_->setFocus(); }
+
+void Control::PlaceOn(QWidget* parent, double left, double top, double width, double height) {
+  widget_->setParent(parent);
+  Left.Store(left);
+  Top.Store(top);
+  Width.Store(width);
+  Height.Store(height);
+  Lay();
+  widget_->lower();
+  widget_->setVisible(Visible());
+}
+
+void Control::Lay() {
+  const QPoint corner(ToPixels(Left()), ToPixels(Top()));
+  widget_->setGeometry(QRect(corner, QSize(ToPixels(Width()), ToPixels(Height()))));
+}
+
+Control* ControlOf(const QWidget* widget) {
+  for (; widget != nullptr && !widget->isWindow(); widget = widget->parentWidget()) {
+    if (Control* control = Controls().value(widget)) return control;
+  }
+  return nullptr;
+}
+
+}  // namespace morva

@@ -1,0 +1,67 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string>
+
+#include "platform/system/property.h"
+
+class QWidget;
+
+namespace morva {
+
+inline constexpr int kLeftButton = 1;
+inline constexpr int kRightButton = 2;
+inline constexpr int kMiddleButton = 4;
+
+/// What a drag tells the control under the pointer.
+enum class DragState : int { kEnter = 0, kLeave = 1, kOver = 2 };
+
+using MouseHandler = std::function<void(int Button, int Shift, float X, float Y)>;
+
+/// A thing on a window. Lengths are twips within the window or the containing control. A control does not take part in
+/// anything before its window has placed it (Form::Place).
+class Control {
+ public:
+  Control(const Control&) = delete;
+  Control& operator=(const Control&) = delete;
+  virtual ~Control();
+
+  Property<double> Left, Top, Width, Height;  ///< twips
+  Property<bool> Visible;
+  Property<bool> Enabled;             ///< False greys the control and stops the user's input
+  Property<std::string> ToolTipText;  ///< also what a screen reader reads
+  std::string Tag;                    ///< free text
+  int Index = -1;                     ///< place in its control array
+
+  std::function<void()> Click, GotFocus;
+  MouseHandler MouseDown, MouseMove;  ///< X and Y in twips within the control
+  std::function<void(Control& Source, float X, float Y, DragState State)> DragOver;
+  std::function<void(Control& Source, float X, float Y)> DragDrop;
+
+  bool AutomaticDrag = false;  ///< a left press starts a drag of this control
+
+  void SetFocus();
+
+  QWidget* Native() const;
+  /// Puts the control on a window, behind what was placed before. parent is the window's client area or a control.
+  virtual void PlaceOn(QWidget* parent, double left, double top, double width, double height);
+  /// The text that the layout gives: caption or text, by kind.
+  virtual void SetLayoutText(const std::string& /*text*/) {}
+
+ protected:
+  explicit Control(std::unique_ptr<QWidget> widget);
+  /// Whether the toolkit leaves the mouse on this control to its handlers: on pictures and labels, not on buttons.
+  virtual bool TakesMouse() const { return true; }
+
+ private:
+  class EventFilter;
+  void Lay();
+  std::unique_ptr<QWidget> widget_;
+  std::unique_ptr<EventFilter> filter_;
+};
+
+/// The control that the widget is, or is a part of; none for a window and its bare client area.
+Control* ControlOf(const QWidget* widget);
+
+}  // namespace morva

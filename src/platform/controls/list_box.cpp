@@ -1,0 +1,84 @@
+#include "platform/controls/list_box.h"
+
+#include <QAbstractListModel>
+#include <QListView>
+
+#include "platform/controls/native.h"
+#include "platform/system/qt_text.h"
+
+namespace morva {
+
+// Shows the items that the view has been told of; the list itself may be ahead of it until the next turn of the event
+// loop, so that a thousand new lines cost one layout.
+class ListBox::Model : public QAbstractListModel {
+ public:
+  explicit Model(const std::vector<Item>& items) : items_(items) {}
+  int rowCount(const QModelIndex& parent) const override { return parent.isValid() ? 0 : shown_; }
+  QVariant data(const QModelIndex& index, int role) const override {
+    if (!index.isValid() || index.row() >= static_cast<int>(items_.size())) return {};
+    const std::string& text = items_[static_cast<std::size_t>(index.row())].text;
+    if (role == Qt::DisplayRole) return QtText(text);
+    if (role == Qt::ToolTipRole) return TipText(text);
+    return {};
+  }
+  void Forget() {
+    beginResetModel();
+    shown_ = 0;
+    endResetModel();
+  }
+  void ShowAll() {
+    const int count = static_cast<int>(items_.size());
+    if (count == shown_) return;
+    beginInsertRows({}, shown_, count - 1);
+    shown_ = count;
+    endInsertRows();
+  }
+
+ private:
+  const std::vector<Item>& items_;
+  int shown_ = 0;
+};
+
+ListBox::ListBox()
+    : Control(std::make_unique<QListView>()),
+      ListIndex(-1, [this] { later_.Request(); }),
+      model_(std::make_unique<Model>(items_)),
+      later_([this] { Show(); }) {
+  auto& view = As<QListView>(*this);
+  view.setModel(model_.get());
+  view.setUniformItemSizes(true);
+  view.setEditTriggers(QAbstractItemView::NoEditTriggers);
+  view.setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+  view.setTextElideMode(Qt::ElideRight);
+  QObject::connect(view.selectionModel(), &QItemSelectionModel::currentChanged, [this](const QModelIndex& current) {
+    if (!later_.Requested()) ListIndex.Store(current.row());
+  });
+}
+
+ListBox::~ListBox() { As<QListView>(*this).setModel(nullptr); }
+
+void ListBox::AddItem(const std::string& text) {
+  items_.push_back({text});
+  later_.Request();
+}
+
+void ListBox::Clear() {
+  items_.clear();
+  model_->Forget();
+  ListIndex.Store(-1);
+}
+
+int ListBox::ListCount() const { return static_cast<int>(items_.size()); }
+
+const std::string& ListBox::List(int index) const { return items_.at(static_cast<std::size_t>(index)).text; }
+
+std::int32_t& ListBox::ItemData(int index) { return items_.at(static_cast<std::size_t>(index)).data; }
+
+void ListBox::Show() {
+  auto& view = As<QListView>(*this);
+  model_->ShowAll();
+  view.setCurrentIndex(model_->index(ListIndex()));
+  view.scrollTo(view.currentIndex());
+}
+
+}  // namespace morva

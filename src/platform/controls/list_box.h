@@ -1,0 +1,38 @@
+#pragma once
+
+#include <cstdint>
+#include <vector>
+
+#include "platform/controls/control.h"
+#include "platform/controls/shown_later.h"
+
+namespace morva {
+
+/// A list of lines with a number each, in the order of insertion. Nothing in a line is taken for markup.
+class ListBox : public Control {
+ public:
+  ListBox();
+  ~ListBox() override;
+  Property<int> ListIndex;  ///< the selected line, -1 for none; assigning scrolls it into view
+  void AddItem(const std::string& text);
+  void Clear();
+  int ListCount() const;
+  const std::string& List(int index) const;
+  std::int32_t& ItemData(int index);
+
+ protected:
+  bool TakesMouse() const override { return false; }
+
+ private:
+  void Show();
+  struct Item {
+    std::string text;
+    std::int32_t data = 0;
+  };
+  class Model;
+  std::vector<Item> items_;
+  std::unique_ptr<Model> model_;
+  ShownLater later_;
+};
+
+}  // namespace morva

@@ -1,0 +1,15 @@
+#pragma once
+
+#include <QWidget>
+
+#include "platform/controls/control.h"
+
+namespace morva {
+
+/// The control's widget as the kind that it was made as.
+template <class W>
+W& As(const Control& control) {
+  return *static_cast<W*>(control.Native());
+}
+
+}  // namespace morva

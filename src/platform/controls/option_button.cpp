@@ -1,0 +1,62 @@
+#include "platform/controls/option_button.h"
+
+#include <QButtonGroup>
+#include <QKeyEvent>
+#include <QRadioButton>
+
+#include "platform/controls/native.h"
+#include "platform/system/qt_text.h"
+
+namespace morva {
+
+namespace {
+
+// The Tab key enters its group at the chosen button, the arrow keys walk through the group in the tab order, wherever
+// the buttons stand.
+class GroupedButton : public QRadioButton {
+ public:
+  void TakeTabStop() {
+    if (group() == nullptr) return;
+    const QList<QAbstractButton*> buttons = group()->buttons();
+    for (QAbstractButton* button : buttons) button->setFocusPolicy(button == this ? Qt::StrongFocus : Qt::ClickFocus);
+  }
+
+ protected:
+  void keyPressEvent(QKeyEvent* event) override {
+    const bool forward = event->key() == Qt::Key_Down || event->key() == Qt::Key_Right;
+    if (!forward && event->key() != Qt::Key_Up && event->key() != Qt::Key_Left) {
+      return QRadioButton::keyPressEvent(event);
+    }
+    const QList<QAbstractButton*> buttons = group()->buttons();
+    QWidget* next = this;
+    do {
+      next = forward ? next->nextInFocusChain() : next->previousInFocusChain();
+    } while (!buttons.contains(next));
+    static_cast<QRadioButton*>(next)->setChecked(true);
+    next->setFocus(Qt::TabFocusReason);
+  }
+};
+
+}  // namespace
+
+OptionButton::OptionButton()
+    : Control(std::make_unique<GroupedButton>()),
+      Caption({}, [this] { As<QRadioButton>(*this).setText(QtText(Caption())); }),
+      Value(false, [this] { As<QRadioButton>(*this).setChecked(Value()); }) {
+  QObject::connect(&As<QRadioButton>(*this), &QRadioButton::toggled, [this](bool on) {
+    Value.Store(on);
+    if (!on) return;
+    As<GroupedButton>(*this).TakeTabStop();
+    if (Click) Click();
+  });
+}
+
+// The toolkit's own idea of a group takes in the buttons of inner containers.
+void OptionButton::PlaceOn(QWidget* parent, double left, double top, double width, double height) {
+  Control::PlaceOn(parent, left, top, width, height);
+  auto* group = parent->findChild<QButtonGroup*>(QString(), Qt::FindDirectChildrenOnly);
+  if (group == nullptr) group = new QButtonGroup(parent);
+  group->addButton(&As<QRadioButton>(*this));
+}
+
+}  // namespace morva

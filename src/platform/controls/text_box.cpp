@@ -1,0 +1,58 @@
+#include "platform/controls/text_box.h"
+
+#include <QInputMethodEvent>
+#include <QKeyEvent>
+#include <QLineEdit>
+#include <climits>
+
+#include "platform/controls/native.h"
+#include "platform/system/qt_text.h"
+
+namespace morva {
+
+namespace {
+
+class InputLine : public QLineEdit {
+ public:
+  std::function<void(int)> key_press;
+
+ protected:
+  void keyPressEvent(QKeyEvent* event) override {
+    const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+    // Enter belongs to the window's default button.
+    if (!enter && !event->text().isEmpty() && key_press) key_press(event->text().front().unicode());
+    QLineEdit::keyPressEvent(event);
+  }
+  void inputMethodEvent(QInputMethodEvent* event) override {
+    if (!event->commitString().isEmpty() && key_press) key_press(event->commitString().front().unicode());
+    QLineEdit::inputMethodEvent(event);
+  }
+};
+
+}  // namespace
+
+TextBox::TextBox()
+    : Control(std::make_unique<InputLine>()),
+      Text({}, [this] { As<QLineEdit>(*this).setText(QtText(Text())); }),
+      SelStart(
+          0,
+          [this] {
+            As<QLineEdit>(*this).deselect();
+            As<QLineEdit>(*this).setCursorPosition(SelStart.Assigned());
+          },
+          [this] {
+            const auto& line = As<QLineEdit>(*this);
+            return line.hasSelectedText() ? line.selectionStart() : line.cursorPosition();
+          }),
+      SelLength(
+          0, [this] { As<QLineEdit>(*this).setSelection(SelStart(), SelLength.Assigned()); },
+          [this] { return As<QLineEdit>(*this).selectionLength(); }) {
+  auto& line = As<InputLine>(*this);
+  line.setMaxLength(INT_MAX);
+  line.key_press = [this](int key) {
+    if (KeyPress) KeyPress(key);
+  };
+  QObject::connect(&line, &QLineEdit::textChanged, [this](const QString& text) { Text.Store(StdText(text)); });
+}
+
+}  // namespace morva

@@ -1,0 +1,20 @@
+#pragma once
+
+#include "platform/controls/control.h"
+
+namespace morva {
+
+/// One line of input, without a length limit.
+class TextBox : public Control {
+ public:
+  TextBox();
+  Property<std::string> Text;                  ///< UTF-8
+  Property<int> SelStart, SelLength;           ///< characters; assigning SelStart puts the cursor there
+  std::function<void(int KeyAscii)> KeyPress;  ///< each key with a character, before the text takes it; Enter as 13
+  void SetLayoutText(const std::string& text) override { Text = text; }
+
+ protected:
+  bool TakesMouse() const override { return false; }
+};
+
+}  // namespace morva

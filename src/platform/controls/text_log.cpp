@@ -1,0 +1,67 @@
+#include "platform/controls/text_log.h"
+
+#include <QPlainTextEdit>
+#include <algorithm>
+
+#include "platform/controls/native.h"
+#include "platform/system/qt_text.h"
+
+namespace morva {
+
+namespace {
+
+// The layout of a run without a blank takes the square of its length: a long one may break here and there.
+QString WithBreaks(const QString& text) {
+  constexpr int kLongest = 200;
+  constexpr QChar kBreak(0x200B);
+  QString result;
+  int run = 0;
+  for (const QChar c : text) {
+    run = c.isSpace() ? 0 : run + 1;
+    if (run > kLongest && !c.isLowSurrogate()) {
+      result += kBreak;
+      run = 1;
+    }
+    result += c;
+  }
+  return result;
+}
+
+}  // namespace
+
+TextLog::TextLog()
+    : Control(std::make_unique<QPlainTextEdit>()),
+      Text({},
+           [this] {
+             unshown_.clear();
+             As<QPlainTextEdit>(*this).setPlainText(WithBreaks(QtText(Text())));
+           }),
+      SelStart(0, [this] { later_.Request(); }),
+      later_([this] { Show(); }) {
+  auto& log = As<QPlainTextEdit>(*this);
+  log.setReadOnly(true);
+  log.setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+  log.setUndoRedoEnabled(false);
+  log.setWordWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
+  log.setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
+  log.setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+}
+
+void TextLog::Append(const std::string& more) {
+  Text.StoreMore(more);
+  unshown_ += more;
+  later_.Request();
+}
+
+void TextLog::Show() {
+  auto& log = As<QPlainTextEdit>(*this);
+  QTextCursor cursor(log.document());
+  cursor.movePosition(QTextCursor::End);
+  cursor.insertText(WithBreaks(QtText(unshown_).remove('\r')));
+  unshown_.clear();
+  cursor.setPosition(std::min(SelStart(), cursor.position()));
+  log.setTextCursor(cursor);
+  log.ensureCursorVisible();
+}
+
+}  // namespace morva

@@ -1,0 +1,28 @@
+#pragma once
+
+#include "platform/controls/control.h"
+#include "platform/controls/shown_later.h"
+
+namespace morva {
+
+/// Read-only text of many lines with a vertical scroll bar.
+class TextLog : public Control {
+ public:
+  static constexpr int kEnd = 2147483647;  ///< for SelStart: behind the last character, however many there are
+  TextLog();
+  Property<std::string> Text;  ///< UTF-8, lines apart by CR LF
+  Property<int> SelStart;      ///< characters; the end brings the end of the text into view
+  /// Adds at the end, in a time that does not grow with the text.
+  void Append(const std::string& more);
+  void SetLayoutText(const std::string& text) override { Text = text; }
+
+ protected:
+  bool TakesMouse() const override { return false; }
+
+ private:
+  void Show();
+  std::string unshown_;  // appended, not on the screen yet
+  ShownLater later_;
+};
+
+}  // namespace morva

@@ -1,0 +1,27 @@
+#include "platform/drawing/edge.h"
+
+#include <array>
+
+namespace morva {
+
+namespace {
+
+struct Ring {
+  QPalette::ColorRole upper_left, lower_right;
+};
+
+constexpr std::array<Ring, 2> kSunken{{{QPalette::Dark, QPalette::Light}, {QPalette::Shadow, QPalette::Button}}};
+constexpr std::array<Ring, 2> kRaised{{{QPalette::Light, QPalette::Shadow}, {QPalette::Midlight, QPalette::Dark}}};
+
+}  // namespace
+
+void PaintEdge(QPainter& painter, QRect place, Edge edge, const QPalette& palette) {
+  for (const Ring& ring : edge == Edge::kSunken ? kSunken : kRaised) {
+    painter.fillRect(place, palette.color(ring.lower_right));
+    painter.fillRect(place.adjusted(0, 0, -1, -1), palette.color(ring.upper_left));
+    place.adjust(1, 1, -1, -1);
+  }
+  painter.fillRect(place, palette.color(QPalette::Button));
+}
+
+}  // namespace morva

@@ -1,0 +1,98 @@
+#include "platform/drawing/picture.h"
+
+#include <QCache>
+#include <QHash>
+#include <QImage>
+#include <QPainter>
+#include <cmath>
+
+#include "platform/drawing/pixels.h"
+#include "platform/drawing/qt_color.h"
+#include "platform/system/qt_text.h"
+
+namespace morva {
+
+namespace {
+
+// Drawn without antialiasing at this many times the resolution and scaled down, neighbouring strokes leave no seams
+// between them and edges come out smooth.
+constexpr int kOversampling = 4;
+
+struct Key {
+  std::vector<Stroke> strokes;
+  Color background;
+  int width, height;
+  double scale;
+  bool operator==(const Key&) const = default;
+};
+
+std::size_t qHash(const Key& key, std::size_t seed = 0) {
+  seed = qHashMulti(seed, key.background, key.width, key.height, key.scale);
+  return qHashBits(key.strokes.data(), key.strokes.size() * sizeof(Stroke), seed);
+}
+
+// A pen of an odd number of pixels lies on the middle of a pixel, so that a line one pixel wide fills a row of them.
+double PixelMiddle(int draw_width) { return draw_width % 2 == 1 ? 0.5 : 0.0; }
+
+void Draw(QPainter& painter, const Stroke& stroke) {
+  constexpr double kPixel = 1.0 / kTwipsPerPixel;
+  const double shift = PixelMiddle(stroke.draw_width);
+  const QPointF first(stroke.x1 * kPixel + shift, stroke.y1 * kPixel + shift);
+  painter.setPen(QPen(QtColor(stroke.color), stroke.draw_width, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+  if (stroke.kind == Stroke::Kind::kLine) {
+    painter.drawLine(first, QPointF(stroke.x2 * kPixel + shift, stroke.y2 * kPixel + shift));
+  } else {
+    painter.setBrush(stroke.filled ? QBrush(QtColor(stroke.fill)) : QBrush(Qt::NoBrush));
+    painter.drawEllipse(first, stroke.x2 * kPixel, stroke.x2 * kPixel);
+  }
+}
+
+QImage Render(const Key& key) {
+  const QSize size(static_cast<int>(std::ceil(key.width * key.scale)),
+                   static_cast<int>(std::ceil(key.height * key.scale)));
+  const QRgb background = QtColor(key.background).rgb();
+  QImage large(size * kOversampling, QImage::Format_RGB32);
+  large.fill(background);
+  QPainter painter(&large);
+  painter.scale(key.scale * kOversampling, key.scale * kOversampling);
+  for (const Stroke& stroke : key.strokes) Draw(painter, stroke);
+  painter.end();
+
+  QImage picture(size, QImage::Format_RGB32);
+  for (int y = 0; y < size.height(); ++y) {
+    auto* out = reinterpret_cast<QRgb*>(picture.scanLine(y));
+    for (int x = 0; x < size.width(); ++x) {
+      int red = 0, green = 0, blue = 0;
+      for (int dy = 0; dy < kOversampling; ++dy) {
+        const auto* in = reinterpret_cast<const QRgb*>(large.constScanLine(y * kOversampling + dy)) + x * kOversampling;
+        for (int dx = 0; dx < kOversampling; ++dx) {
+          red += qRed(in[dx]);
+          green += qGreen(in[dx]);
+          blue += qBlue(in[dx]);
+        }
+      }
+      constexpr int kSamples = kOversampling * kOversampling;
+      constexpr int kHalf = kSamples / 2;
+      out[x] = qRgb((red + kHalf) / kSamples, (green + kHalf) / kSamples, (blue + kHalf) / kSamples);
+    }
+  }
+  picture.setDevicePixelRatio(key.scale);
+  return picture;
+}
+
+}  // namespace
+
+QPixmap PictureOf(const std::vector<Stroke>& strokes, Color background, int width, int height, double scale) {
+  static QCache<Key, QPixmap> pictures(96);
+  Key key{strokes, Resolved(background), width, height, scale};
+  for (Stroke& stroke : key.strokes) stroke.color = Resolved(stroke.color);
+  if (const QPixmap* known = pictures.object(key)) return *known;
+  QPixmap picture = QPixmap::fromImage(Render(key));
+  // A gradient's panel is larger than all pieces together and is painted once an activation.
+  if (width * height <= 64 * 64) pictures.insert(key, new QPixmap(picture));
+  return picture;
+}
+
+QPixmap StoredPicture(const std::string& name) { return QPixmap(QtText(":/pictures/" + name + ".png")); }
+
+}  // namespace morva

@@ -1,0 +1,18 @@
+#pragma once
+
+#include <QPixmap>
+#include <string>
+#include <vector>
+
+#include "platform/drawing/surface.h"
+
+namespace morva {
+
+/// The picture that strokes make on a background: width by height pixels of the layout, at a scale of the screen.
+/// Equal strokes share one picture.
+QPixmap PictureOf(const std::vector<Stroke>& strokes, Color background, int width, int height, double scale);
+
+/// The stored picture of that name; empty where there is none.
+QPixmap StoredPicture(const std::string& name);
+
+}  // namespace morva

@@ -1,0 +1,16 @@
+#pragma once
+
+#include <QProxyStyle>
+
+namespace morva {
+
+/// One look everywhere: the layouts are made for it to the pixel.
+class Style : public QProxyStyle {
+ public:
+  Style() : QProxyStyle("Fusion") {}
+  int pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const override;
+  int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                QStyleHintReturn* answer) const override;
+};
+
+}  // namespace morva

@@ -1,0 +1,26 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+
+#include "platform/system/property.h"
+
+namespace morva {
+
+/// Ticks as events, again and again, from the moment it is made. A tick takes at least 15 ms, one picture of a usual
+/// screen, however short the Interval is: what moves a step a tick is seen to move.
+class Timer {
+ public:
+  explicit Timer(int interval_ms = 0);
+  ~Timer();
+  Property<int> Interval;  ///< milliseconds; 0 stops it; assigning starts the interval afresh
+  Property<bool> Enabled;
+  std::function<void()> Tick;
+
+ private:
+  void Start();
+  class Impl;
+  std::unique_ptr<Impl> impl_;
+};
+
+}  // namespace morva

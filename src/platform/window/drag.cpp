@@ -1,0 +1,168 @@
+#include "platform/window/drag.h"
+
+#include <QApplication>
+#include <QCursor>
+#include <QGuiApplication>
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QPixmap>
+#include <QTimer>
+#include <optional>
+
+#include "platform/controls/control.h"
+#include "platform/drawing/pixels.h"
+#include "platform/window/native_window.h"
+
+namespace morva {
+
+namespace {
+
+// Where a drag is: over a control, over the bare window (no control), or outside or over another window (no place at
+// all).
+struct Target {
+  Control* control = nullptr;
+  float x = 0, y = 0;  // twips
+};
+
+void EndDoubt();
+
+struct Running {
+  Running(Control& from, NativeWindow& begun_in) : source(from), window(begun_in) {
+    doubt.setSingleShot(true);
+    doubt.callOnTimeout(EndDoubt);
+  }
+  Control& source;
+  NativeWindow& window;
+  std::optional<Target> target;
+  QTimer doubt;                    // runs while the window may have been lost
+  std::optional<QPoint> released;  // where the button was released in the meantime
+};
+
+std::optional<Running> running;
+
+bool SamePlace(const std::optional<Target>& a, const std::optional<Target>& b) {
+  return a.has_value() == b.has_value() && (!a || a->control == b->control);
+}
+
+std::optional<Target> TargetAt(NativeWindow& window, QPoint screen) {
+  const QWidget* client = &window.Client();
+  const QPoint place = client->mapFromGlobal(screen);
+  const bool covered = QApplication::topLevelAt(screen) != &window;
+  if (covered || !client->rect().contains(place)) return std::nullopt;
+  Control* control = ControlOf(client->childAt(place));
+  const QWidget* widget = control != nullptr ? control->Native() : client;
+  const QPoint pixels = widget->mapFromGlobal(screen) - widget->contentsRect().topLeft();
+  return Target{control, static_cast<float>(ToTwips(pixels.x())), static_cast<float>(ToTwips(pixels.y()))};
+}
+
+void Tell(const std::optional<Target>& target, DragState state) {
+  if (!target) return;
+  if (target->control == nullptr) {
+    running->window.Events().Form_DragOver(running->source, target->x, target->y, state);
+  } else if (target->control->DragOver) {
+    target->control->DragOver(running->source, target->x, target->y, state);
+  }
+}
+
+void MoveTo(QPoint screen) {
+  const std::optional<Target> target = TargetAt(running->window, screen);
+  if (SamePlace(target, running->target)) {
+    running->target = target;
+    Tell(target, DragState::kOver);
+  } else {
+    Tell(running->target, DragState::kLeave);
+    running->target = target;
+    Tell(target, DragState::kEnter);
+  }
+}
+
+void Finish() {
+  running.reset();
+  QGuiApplication::restoreOverrideCursor();
+}
+
+void DropAt(QPoint screen) {
+  const std::optional<Target> target = TargetAt(running->window, screen);
+  Control& source = running->source;
+  Finish();
+  if (target && target->control != nullptr && target->control->DragDrop) {
+    target->control->DragDrop(source, target->x, target->y);
+  }
+}
+
+void Cancel() {
+  Tell(running->target, DragState::kLeave);
+  Finish();
+}
+
+void EndDoubt() {
+  running->doubt.stop();
+  if (!running->window.isActiveWindow()) {
+    Cancel();
+  } else if (running->released) {
+    DropAt(*running->released);
+  }
+}
+
+// A window that has just been clicked can hear late that it had been left before: it is lost only if it is not back in
+// a moment, and a release waits for that.
+void Doubt() {
+  constexpr int kMomentMs = 250;
+  running->doubt.start(kMomentMs);
+}
+
+QCursor Hand() {
+  static const QCursor hand(QPixmap(":/pictures/hand.png"), 20, 0);
+  return hand;
+}
+
+}  // namespace
+
+void Drag::Begin(Control& source, QPoint screen) {
+  NativeWindow* window = NativeWindow::Of(source.Native());
+  if (window == nullptr || running) return;
+  running.emplace(source, *window);
+  QGuiApplication::setOverrideCursor(Hand());
+  MoveTo(screen);
+}
+
+void Drag::Abandon(const NativeWindow& window) {
+  if (running && &running->window == &window) Cancel();
+}
+
+bool Drag::Takes(const QWidget& receiver, QEvent& event) {
+  if (!running) return false;
+  switch (event.type()) {
+    case QEvent::MouseMove:
+      MoveTo(static_cast<QMouseEvent&>(event).globalPosition().toPoint());
+      return true;
+    case QEvent::MouseButtonRelease:
+      if (static_cast<QMouseEvent&>(event).button() != Qt::LeftButton) return true;
+      running->released = static_cast<QMouseEvent&>(event).globalPosition().toPoint();
+      if (!running->doubt.isActive()) DropAt(*running->released);
+      return true;
+    case QEvent::MouseButtonPress:
+    case QEvent::MouseButtonDblClick:
+      // The user goes on here: there was nothing to doubt.
+      if (running->released) {
+        DropAt(*running->released);
+        return false;
+      }
+      Cancel();
+      return true;
+    case QEvent::KeyPress:
+      if (static_cast<QKeyEvent&>(event).key() != Qt::Key_Escape) return false;
+      Cancel();
+      return true;
+    case QEvent::WindowDeactivate:
+      if (receiver.window() == &running->window) Doubt();
+      return false;
+    case QEvent::WindowActivate:
+      if (receiver.window() == &running->window && running->doubt.isActive()) EndDoubt();
+      return false;
+    default:
+      return false;
+  }
+}
+
+}  // namespace morva

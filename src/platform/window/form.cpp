@@ -1,0 +1,141 @@
+#include "platform/window/form.h"
+
+#include <QApplication>
+#include <QMenuBar>
+#include <QPushButton>
+#include <QWindow>
+
+#include "platform/drawing/picture.h"
+#include "platform/drawing/pixels.h"
+#include "platform/system/qt_text.h"
+#include "platform/window/drag.h"
+#include "platform/window/native_window.h"
+
+namespace morva {
+
+Form::Form(const FormStyle& style)
+    : Caption({},
+              [this] {
+                // The toolkit reads [*] as a mark of its own.
+                native_->setWindowTitle(QtText(Caption()).replace("[*]", "[*][*]"));
+              }),
+      Left(
+          0,
+          [this] {
+            native_->MoveTo({ToPixels(Left.Assigned()), native_->Corner().y()});
+          },
+          [this] { return ToTwips(native_->Corner().x()); }),
+      Top(
+          0,
+          [this] {
+            native_->MoveTo({native_->Corner().x(), ToPixels(Top.Assigned())});
+          },
+          [this] { return ToTwips(native_->Corner().y()); }),
+      Width([this] { return ToTwips(native_->frameGeometry().width()); }),
+      Height([this] { return ToTwips(native_->frameGeometry().height()); }),
+      ScaleWidth(
+          0,
+          [this] {
+            native_->SizeClient({ToPixels(ScaleWidth.Assigned()), native_->Client().height()});
+          },
+          [this] { return ToTwips(native_->Client().width()); }),
+      ScaleHeight(
+          0,
+          [this] {
+            native_->SizeClient({native_->Client().width(), ToPixels(ScaleHeight.Assigned())});
+          },
+          [this] { return ToTwips(native_->Client().height()); }),
+      Enabled(true,
+              [this] {
+                native_->takes_input = Enabled();
+                if (Enabled()) return;
+                Drag::Abandon(*native_);
+                if (QWidget* popup = QApplication::activePopupWidget()) popup->close();
+              }),
+      BackColor(kButtonFace,
+                [this] {
+                  native_->background_color = BackColor();
+                  native_->Client().update();
+                }),
+      native_(std::make_unique<NativeWindow>(*this, style)) {
+  Caption = style.caption;
+  native_->SizeClient({ToPixels(style.scale_width), ToPixels(style.scale_height)});
+  if (style.start == FormStyle::Start::kByCode) native_->MoveTo({ToPixels(style.left), ToPixels(style.top)});
+  native_->loading = false;
+}
+
+Form::~Form() {
+  Drag::Abandon(*native_);
+  native_->hide();
+}
+
+void Form::Show() {
+  native_->SetShown(true);
+  if (!native_->isVisible() || native_->testAttribute(Qt::WA_ShowWithoutActivating)) return;
+  native_->raise();
+  native_->activateWindow();
+}
+
+void Form::Hide() { native_->SetShown(false); }
+
+void Form::SetFocus() {
+  // What the other player does must not take the user away from another program.
+  if (QGuiApplication::applicationState() != Qt::ApplicationActive) return;
+  // Each move comes here, and asking the window manager takes longer than painting it.
+  if (QApplication::activeWindow() == native_.get()) return;
+  native_->raise();
+  native_->activateWindow();
+}
+
+void Form::PopupMenu(Menu& menu, double x, double y) {
+  menu.OpenAt(native_->Client().mapToGlobal(QPoint(ToPixels(x), ToPixels(y))));
+}
+
+void Form::StayOnTop(bool on) {
+  if (QWindow* window = native_->windowHandle()) {
+    native_->overrideWindowFlags(native_->windowFlags().setFlag(Qt::WindowStaysOnTopHint, on));
+    window->setFlag(Qt::WindowStaysOnTopHint, on);
+    // A window that may be covered again is not covered yet.
+    native_->raise();
+  } else {
+    native_->setWindowFlag(Qt::WindowStaysOnTopHint, on);
+  }
+}
+
+QWidget* Form::Native() const { return native_.get(); }
+
+QWidget* Form::Client() const { return &native_->Client(); }
+
+double Form::ClientLeft() const { return ToTwips(native_->Client().mapToGlobal(QPoint()).x() - native_->Corner().x()); }
+
+double Form::ClientTop() const { return ToTwips(native_->Client().mapToGlobal(QPoint()).y() - native_->Corner().y()); }
+
+void Form::Place(const std::vector<LayoutRow>& rows) {
+  for (const LayoutRow& row : rows) {
+    QWidget* parent = row.in != nullptr ? row.in->Native() : Client();
+    row.control.PlaceOn(parent, row.left, row.top, row.width, row.height);
+    if (!row.text.empty()) row.control.SetLayoutText(row.text);
+  }
+}
+
+void Form::TabOrder(const std::vector<Control*>& order) {
+  std::vector<QWidget*> stops;
+  for (const Control* control : order) stops.push_back(control->Native());
+  native_->SetTabOrder(std::move(stops));
+}
+
+void Form::SetMenu(std::initializer_list<Menu::Row> rows) {
+  for (QAction* action : Menu::Make(*native_, rows)) native_->Bar().addAction(action);
+  native_->SizeClient(native_->Client().size());
+}
+
+void Form::SetPicture(const std::string& name) { native_->SetBackground(StoredPicture(name)); }
+
+void Form::DefaultButton(Control& button) {
+  native_->default_button = static_cast<QPushButton*>(button.Native());
+  native_->default_button->setDefault(true);
+}
+
+void Form::CancelButton(Control& button) { native_->cancel_button = static_cast<QPushButton*>(button.Native()); }
+
+}  // namespace morva

@@ -1,0 +1,72 @@
+#pragma once
+
+#include <initializer_list>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "platform/controls/control.h"
+#include "platform/drawing/colors.h"
+#include "platform/window/form_events.h"
+#include "platform/window/form_style.h"
+#include "platform/window/menu.h"
+
+class QWidget;
+
+namespace morva {
+
+/// A row of a window's control table, front to back.
+struct LayoutRow {
+  const char* name;
+  Control& control;
+  double left, top, width, height;  ///< twips within the window, or within the control `in`
+  std::string text = {};            ///< caption, text or picture, by kind
+  Control* in = nullptr;
+};
+
+class NativeWindow;
+
+/// A window. It is made by Window<T>, which calls Form_Load right after. Positions are twips on the screen of the outer
+/// corner, frame included.
+class Form : public FormEvents {
+ public:
+  explicit Form(const FormStyle& style);
+  ~Form() override;
+
+  Property<std::string> Caption;
+  Property<double> Left, Top;                ///< twips on the screen; a place off every screen puts it out of sight
+  ReadOnly<double> Width, Height;            ///< outer size, twips
+  Property<double> ScaleWidth, ScaleHeight;  ///< client area, twips
+  Property<bool> Enabled;  ///< False stops the user's input, and nothing else: no grey, no stopped timer
+  Property<Color> BackColor;
+  std::string Tag;
+
+  void Show();
+  void Hide();
+  /// Makes it the window that the user works in, unless the user works in another program.
+  void SetFocus();
+  /// Opens a menu's items at the place, twips within the client area, and waits until it is closed.
+  void PopupMenu(Menu& menu, double x, double y);
+  /// Keeps the window above all others, or lets it be covered again.
+  void StayOnTop(bool on);
+
+  QWidget* Native() const;  ///< the window itself
+  QWidget* Client() const;  ///< the area below the menu bar
+  /// What the window manager's frame and the menu bar take at the left and top of the client area, twips.
+  double ClientLeft() const;
+  double ClientTop() const;
+
+ protected:
+  /// Puts the controls on the window, front to back.
+  void Place(const std::vector<LayoutRow>& rows);
+  void TabOrder(const std::vector<Control*>& order);
+  void SetMenu(std::initializer_list<Menu::Row> rows);
+  void SetPicture(const std::string& name);  ///< a stored picture as the background
+  void DefaultButton(Control& button);       ///< Enter clicks it, unless another button has the focus
+  void CancelButton(Control& button);        ///< Escape clicks it
+
+ private:
+  std::unique_ptr<NativeWindow> native_;
+};
+
+}  // namespace morva

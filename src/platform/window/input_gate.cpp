@@ -1,0 +1,82 @@
+#include "platform/window/input_gate.h"
+
+#include <QAction>
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <algorithm>
+
+#include "platform/controls/control.h"
+#include "platform/window/drag.h"
+#include "platform/window/native_window.h"
+
+namespace morva {
+
+namespace {
+
+bool IsInput(QEvent::Type type) {
+  switch (type) {
+    case QEvent::MouseButtonPress:
+    case QEvent::MouseButtonRelease:
+    case QEvent::MouseButtonDblClick:
+    case QEvent::MouseMove:
+    case QEvent::Wheel:
+    case QEvent::KeyPress:
+    case QEvent::KeyRelease:
+    case QEvent::ShortcutOverride:
+    case QEvent::ContextMenu:
+    case QEvent::TouchBegin:
+    case QEvent::TouchUpdate:
+    case QEvent::TouchEnd:
+    case QEvent::TabletPress:
+    case QEvent::TabletMove:
+    case QEvent::TabletRelease:
+    case QEvent::InputMethod:
+    case QEvent::Close:
+    case QEvent::Drop:
+      return true;
+    default:
+      return false;
+  }
+}
+
+bool IsShortcutOf(const QWidget& window, const QKeyEvent& key) {
+  const QKeySequence pressed(key.keyCombination());
+  const auto actions = window.findChildren<QAction*>();
+  return std::any_of(actions.begin(), actions.end(),
+                     [&](const QAction* action) { return action->shortcut() == pressed; });
+}
+
+bool BeginsDrag(const QWidget& widget, const QEvent& event) {
+  if (event.type() != QEvent::MouseButtonPress && event.type() != QEvent::MouseButtonDblClick) return false;
+  const auto& press = static_cast<const QMouseEvent&>(event);
+  Control* control = ControlOf(&widget);
+  if (press.button() != Qt::LeftButton || control == nullptr || !control->AutomaticDrag) return false;
+  Drag::Begin(*control, press.globalPosition().toPoint());
+  return true;
+}
+
+}  // namespace
+
+bool InputGate::eventFilter(QObject* receiver, QEvent* event) {
+  const bool input = IsInput(event->type());
+  const bool activation = event->type() == QEvent::WindowActivate || event->type() == QEvent::WindowDeactivate;
+  if (!input && !activation) return false;
+  if (!receiver->isWidgetType()) return false;
+  const auto& widget = *static_cast<QWidget*>(receiver);
+  if (Drag::Takes(widget, *event)) return true;
+  NativeWindow* window = NativeWindow::Of(&widget);
+  if (!input || window == nullptr) return false;
+  if (!window->takes_input) {
+    // An accepted override keeps a shortcut from acting; an ignored close keeps the window.
+    event->setAccepted(event->type() != QEvent::Close);
+    return true;
+  }
+  if (event->type() == QEvent::ShortcutOverride && IsShortcutOf(*window, *static_cast<QKeyEvent*>(event))) {
+    // A line edit would claim the key before the menu sees it.
+    event->ignore();
+    return true;
+  }
+  return BeginsDrag(widget, *event);
+}
+
+}  // namespace morva

@@ -1,0 +1,267 @@
+#include "platform/window/native_window.h"
+
+#include <QApplication>
+#include <QCloseEvent>
+#include <QKeyEvent>
+#include <QMenuBar>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QPushButton>
+#include <QScreen>
+#include <algorithm>
+#include <cmath>
+
+#include "platform/drawing/edge.h"
+#include "platform/drawing/fonts.h"
+#include "platform/drawing/pixels.h"
+#include "platform/drawing/qt_color.h"
+
+namespace morva {
+
+namespace {
+
+// A dialog that the window manager draws no frame for has this one of its own, in pixels.
+constexpr int kOwnFrame = 3;
+
+Qt::WindowFlags FlagsOf(const FormStyle& style) {
+  if (style.round) {
+    return Qt::ToolTip | Qt::FramelessWindowHint | Qt::BypassWindowManagerHint | Qt::WindowDoesNotAcceptFocus;
+  }
+  if (style.frame == FormStyle::Frame::kNone) return Qt::SplashScreen | Qt::FramelessWindowHint;
+  Qt::WindowFlags flags = style.on_task_bar ? Qt::Window : Qt::Dialog;
+  if (style.frame == FormStyle::Frame::kSizableWidth) flags = Qt::Tool;
+  if (!style.title_bar) return flags | Qt::FramelessWindowHint;
+  flags |= Qt::CustomizeWindowHint | Qt::WindowTitleHint;
+  if (style.close_box) flags |= Qt::WindowCloseButtonHint | Qt::WindowSystemMenuHint;
+  if (style.minimise_box) flags |= Qt::WindowMinimizeButtonHint;
+  if (style.maximise_box) flags |= Qt::WindowMaximizeButtonHint;
+  return flags;
+}
+
+// The toolkit's own ellipses are not alike on all sides.
+QRegion RoundRegion(QSize size) {
+  QRegion region;
+  for (int y = 0; y < size.height(); ++y) {
+    const double height = 2 * (y + 0.5) / size.height() - 1;  // of this row's middle, -1 to 1
+    const int margin = qRound(size.width() * (1 - std::sqrt(1 - height * height)) / 2);
+    region += QRect(margin, y, size.width() - 2 * margin, 1);
+  }
+  return region;
+}
+
+bool OnAnyScreen(const QRect& place) {
+  const auto screens = QGuiApplication::screens();
+  return std::any_of(screens.begin(), screens.end(),
+                     [&](const QScreen* screen) { return screen->geometry().intersects(place); });
+}
+
+void ActivateEnabledForm() {
+  const QWidgetList windows = QApplication::topLevelWidgets();
+  for (QWidget* window : windows) {
+    const NativeWindow* form = NativeWindow::Of(window);
+    if (form == nullptr || !form->takes_input || !window->isVisible() || window->windowType() == Qt::Tool) continue;
+    window->raise();
+    window->activateWindow();
+  }
+}
+
+}  // namespace
+
+NativeWindow::NativeWindow(FormEvents& events, const FormStyle& style)
+    : QWidget(nullptr, FlagsOf(style)), events_(events), style_(style) {
+  setFont(ProgramFont());
+  client_.setMouseTracking(true);
+  client_.installEventFilter(this);
+  if (style.round) setAttribute(Qt::WA_ShowWithoutActivating);
+  activation_.setSingleShot(true);
+  connect(&activation_, &QTimer::timeout, [this] { Activated(); });
+}
+
+NativeWindow* NativeWindow::Of(const QWidget* widget) {
+  return widget == nullptr ? nullptr : dynamic_cast<NativeWindow*>(widget->window());
+}
+
+QMenuBar& NativeWindow::Bar() {
+  if (bar_ == nullptr) {
+    bar_ = new QMenuBar(this);
+    bar_->setNativeMenuBar(false);
+    bar_->setFont(ProgramFont(9));
+  }
+  return *bar_;
+}
+
+void NativeWindow::SizeClient(QSize client) {
+  const QSize whole = client + QSize(2 * Edge(), 2 * Edge() + BarHeight());
+  switch (style_.frame) {
+    case FormStyle::Frame::kSizable:
+      setMinimumSize(whole / 3);
+      resize(whole);
+      break;
+    case FormStyle::Frame::kSizableWidth:
+      setMinimumSize(whole);
+      setMaximumSize(QWIDGETSIZE_MAX, whole.height());
+      resize(whole);
+      break;
+    default:
+      setFixedSize(whole);
+  }
+  if (style_.round) setMask(RoundRegion(whole));
+  LayClient();
+}
+
+void NativeWindow::MoveTo(QPoint corner) {
+  placed_ = true;
+  place_ = corner;
+  if (OnAnyScreen({corner, frameGeometry().size()})) move(corner);
+  ShowWhereSeen();
+}
+
+void NativeWindow::SetShown(bool shown) {
+  shown_ = shown;
+  if (shown) CentreOnce();
+  ShowWhereSeen();
+}
+
+void NativeWindow::SetTabOrder(std::vector<QWidget*> order) {
+  tab_order_ = std::move(order);
+  for (std::size_t i = 1; i < tab_order_.size(); ++i) setTabOrder(tab_order_[i - 1], tab_order_[i]);
+}
+
+void NativeWindow::SetBackground(const QPixmap& picture) {
+  background_ = picture;
+  client_.update();
+}
+
+bool NativeWindow::event(QEvent* event) {
+  // What reaches a window that is gone must not wake what it refers to.
+  if (event->type() == QEvent::WindowActivate && shown_) {
+    if (takes_input) {
+      Activated();
+    } else {
+      QTimer::singleShot(0, this, [] { ActivateEnabledForm(); });
+    }
+  }
+  return QWidget::event(event);
+}
+
+bool NativeWindow::eventFilter(QObject* /*client*/, QEvent* event) {
+  switch (event->type()) {
+    case QEvent::MouseButtonPress:
+    case QEvent::MouseButtonRelease:
+      return ClientMouse(*static_cast<QMouseEvent*>(event));
+    case QEvent::Paint:
+      PaintClient();
+      return true;
+    default:
+      return false;
+  }
+}
+
+void NativeWindow::paintEvent(QPaintEvent* /*event*/) {
+  if (Edge() == 0) return;
+  QPainter painter(this);
+  PaintEdge(painter, rect(), Edge::kRaised, palette());
+}
+
+void NativeWindow::resizeEvent(QResizeEvent* /*event*/) {
+  LayClient();
+  if (!loading) events_.Form_Resize();
+}
+
+void NativeWindow::moveEvent(QMoveEvent* /*event*/) {
+  if (isVisible()) place_ = frameGeometry().topLeft();
+}
+
+// Some window managers offer to minimise what is not meant to be: it would be hard to find again.
+void NativeWindow::changeEvent(QEvent* event) {
+  if (event->type() == QEvent::WindowStateChange && isMinimized() && !style_.minimise_box) {
+    QTimer::singleShot(0, this, [this] { setWindowState(windowState() & ~Qt::WindowMinimized); });
+  }
+  QWidget::changeEvent(event);
+}
+
+void NativeWindow::closeEvent(QCloseEvent* event) {
+  event->ignore();
+  if (style_.close_box && events_.unload) events_.unload();
+}
+
+void NativeWindow::keyPressEvent(QKeyEvent* event) {
+  auto* focused = qobject_cast<QPushButton*>(focusWidget());
+  QPushButton* pressed = nullptr;
+  if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
+    pressed = focused != nullptr ? focused : default_button;
+  } else if (event->key() == Qt::Key_Escape) {
+    if (style_.escape_closes) return events_.unload();
+    pressed = cancel_button;
+  }
+  if (pressed != nullptr) {
+    pressed->click();
+  } else {
+    QWidget::keyPressEvent(event);
+  }
+}
+
+int NativeWindow::Edge() const { return style_.frame == FormStyle::Frame::kFixed && !style_.title_bar ? kOwnFrame : 0; }
+
+int NativeWindow::BarHeight() const { return bar_ == nullptr ? 0 : bar_->sizeHint().height(); }
+
+void NativeWindow::LayClient() {
+  const int bar = BarHeight();
+  if (bar_ != nullptr) bar_->setGeometry(0, 0, width(), bar);
+  client_.setGeometry(rect().adjusted(Edge(), Edge() + bar, -Edge(), -Edge()));
+}
+
+void NativeWindow::CentreOnce() {
+  if (style_.start != FormStyle::Start::kCentred || placed_) return;
+  QRect place = frameGeometry();
+  place.moveCenter(screen()->availableGeometry().center());
+  MoveTo(place.topLeft());
+}
+
+// A window that is placed off every screen is out of sight, whatever the window manager thinks of such places.
+void NativeWindow::ShowWhereSeen() {
+  const bool seen = shown_ && OnAnyScreen({place_, frameGeometry().size()});
+  if (seen == isVisible()) return;
+  setVisible(seen);
+  if (seen && focusWidget() == nullptr) FocusFirstStop();
+  // Some window managers hand the activation to another window; the program's own order of steps relies on it.
+  if (seen && !style_.round) activation_.start(300);
+}
+
+// The toolkit would begin with what was put on the window first.
+void NativeWindow::FocusFirstStop() const {
+  const auto first = std::find_if(tab_order_.begin(), tab_order_.end(), [](const QWidget* stop) {
+    return stop->isEnabled() && (stop->focusPolicy() & Qt::TabFocus) != 0;
+  });
+  if (first != tab_order_.end()) (*first)->setFocus();
+}
+
+void NativeWindow::Activated() {
+  const bool awaited = activation_.isActive();
+  activation_.stop();
+  if (!shown_ || (!awaited && !isActiveWindow())) return;
+  events_.Form_Activate();
+  events_.Form_GotFocus();
+}
+
+bool NativeWindow::ClientMouse(const QMouseEvent& event) {
+  // What a control lets through is not meant for the window.
+  if (client_.childAt(event.position().toPoint()) != nullptr) return true;
+  const auto x = static_cast<float>(ToTwips(event.position().x()));
+  const auto y = static_cast<float>(ToTwips(event.position().y()));
+  if (event.type() == QEvent::MouseButtonPress) {
+    events_.Form_MouseDown(static_cast<int>(event.button()), static_cast<int>(event.modifiers() >> 25U) & 7, x, y);
+  } else if (event.button() == Qt::LeftButton) {
+    events_.Form_Click();
+  }
+  return true;
+}
+
+void NativeWindow::PaintClient() {
+  QPainter painter(&client_);
+  painter.setRenderHint(QPainter::SmoothPixmapTransform);
+  painter.fillRect(client_.rect(), QtColor(background_color));
+  if (!background_.isNull()) painter.drawPixmap(client_.rect(), background_);
+}
+
+}  // namespace morva
