@@ -8,8 +8,8 @@
 namespace morva {
 
 /// The squares whose row plus column is even, and the others: both colours of pieces read on both.
-inline constexpr Color kLightSquare = 0x8AAEC4;
-inline constexpr Color kDarkSquare = 0x4A6986;
+inline constexpr Color kLightSquare = 0x7290A3;
+inline constexpr Color kDarkSquare = 0x3C576F;
 
 /// The lowest layer of the main window: the 64 squares and everything that is painted on one.
 ///
