@@ -42,20 +42,22 @@ TEST(Pictures, StrokesThatAreRepeatedAreDroppedWithoutATrace) {
 
 TEST(Pictures, PensAndFillsAreExact) {
   Sheet sheet;
-  const auto row = [&] {
+  // Half pixels down the middle of pixel 20 and across at its ends.
+  const auto row = [&](double x) {
     std::string text;
-    const QImage image = ImageOf(sheet.Strokes());
-    for (int y = 8; y < 16; ++y) text += image.pixelColor(20, y) == QtColor(kWhite) ? '.' : '#';
+    const QImage image = PictureOf(sheet.Strokes(), kWhite, 52, 52, 2).toImage();
+    for (int y = 18; y < 32; ++y) text += image.pixelColor(static_cast<int>(2 * x), y) == QtColor(kWhite) ? '.' : '#';
     return text;
   };
-  sheet.Line(0, 150, 780, 150);
-  EXPECT_EQ(row(), "..#.....");
-  sheet.DrawWidth = 4;
-  sheet.Line(0, 180, 780, 180, kRed);
-  EXPECT_EQ(row(), "..####..");
+  for (int pen = 6; pen > 0; --pen) {
+    sheet.Cls();
+    sheet.DrawWidth = pen;
+    sheet.Line(0, 180, 780, 180, kRed);
+    EXPECT_EQ(row(20), std::string(7 - pen, '.') + std::string(2 * pen, '#') + std::string(7 - pen, '.'));
+  }
+  EXPECT_TRUE(row(0) == row(20) && row(51.5) == row(20)) << "a thin line has whole ends";
   sheet.Cls();
-  EXPECT_EQ(row(), "........");
-  sheet.DrawWidth = 1;
+  EXPECT_EQ(row(20), std::string(14, '.'));
   sheet.FillColor = kRed;
   for (const bool solid : {false, true}) {
     sheet.FillSolid = solid;

@@ -31,16 +31,15 @@ std::size_t qHash(const Key& key, std::size_t seed = 0) {
   return qHashBits(key.strokes.data(), key.strokes.size() * sizeof(Stroke), seed);
 }
 
-// A pen of an odd number of pixels lies on the middle of a pixel, so that a line one pixel wide fills a row of them.
-double PixelMiddle(int draw_width) { return draw_width % 2 == 1 ? 0.5 : 0.0; }
-
 void Draw(QPainter& painter, const Stroke& stroke) {
   constexpr double kPixel = 1.0 / kTwipsPerPixel;
-  const double shift = PixelMiddle(stroke.draw_width);
-  const QPointF first(stroke.x1 * kPixel + shift, stroke.y1 * kPixel + shift);
-  painter.setPen(QPen(QtColor(stroke.color), stroke.draw_width, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+  // Every pen lies on the middle of a pixel, so that a line one pixel wide fills a row of them, its ends included.
+  constexpr QPointF kMiddle(0.5, 0.5);
+  const Qt::PenCapStyle cap = stroke.draw_width == 1 ? Qt::SquareCap : Qt::RoundCap;
+  const QPointF first = QPointF(stroke.x1, stroke.y1) * kPixel + kMiddle;
+  painter.setPen(QPen(QtColor(stroke.color), stroke.draw_width, Qt::SolidLine, cap, Qt::RoundJoin));
   if (stroke.kind == Stroke::Kind::kLine) {
-    painter.drawLine(first, QPointF(stroke.x2 * kPixel + shift, stroke.y2 * kPixel + shift));
+    painter.drawLine(first, QPointF(stroke.x2, stroke.y2) * kPixel + kMiddle);
   } else {
     painter.setBrush(stroke.filled ? QBrush(QtColor(stroke.fill)) : QBrush(Qt::NoBrush));
     painter.drawEllipse(first, stroke.x2 * kPixel, stroke.x2 * kPixel);
