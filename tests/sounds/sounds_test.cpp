@@ -1,0 +1,182 @@
+// Listens, through a sound server of its own, to what the program plays.
+
+#include <QProcess>
+#include <QTemporaryDir>
+#include <cmath>
+#include <cstring>
+
+#include "platform/system/resources.h"
+#include "tests/game.h"
+
+namespace morva {
+namespace {
+
+struct Frame {
+  std::int16_t left, right;
+  bool operator==(const Frame&) const = default;
+};
+using Frames = std::vector<Frame>;
+
+constexpr int kRate = 22050;
+constexpr struct {
+  int id, rate, bits, channels, bytes;
+} kSounds[] = {{101, 11025, 8, 1, 4282},   {102, 22050, 16, 1, 90090},  {103, 22050, 16, 1, 130002},
+               {104, 22050, 16, 1, 68456}, {105, 22050, 16, 2, 274412}, {106, 22050, 16, 2, 656868},
+               {107, 22050, 16, 1, 47034}, {108, 11025, 8, 1, 714},     {109, 22050, 16, 1, 270}};
+
+/// The samples of a stored sound from the first that can be heard on, in the form in which the server hands them out.
+Frames Stored(int id) {
+  const auto wave = LoadResData(id, "CUSTOM");
+  const auto& sound = kSounds[id - 101];
+  Frames frames;
+  for (std::size_t at = 44, step = static_cast<std::size_t>(sound.bits / 8); at + step <= wave.size(); at += step) {
+    const int value = step == 1 ? (wave[at] - 128) * 256 : static_cast<std::int16_t>(wave[at] | wave[at + 1] << 8);
+    const auto sample = static_cast<std::int16_t>(value);
+    if (sound.channels == 2 && at / step % 2 == 1) {
+      frames.back().right = sample;
+    } else {
+      frames.insert(frames.end(), static_cast<std::size_t>(kRate / sound.rate), {sample, sample});
+    }
+  }
+  frames.erase(frames.begin(), std::find_if(frames.begin(), frames.end(), [](Frame f) { return f != Frame{}; }));
+  return frames;
+}
+
+class Sounds : public GameTest {
+ protected:
+  void SetUp() override {
+    const std::string socket = folder_.filePath("pulse").toStdString();
+    qputenv("PULSE_SERVER", ("unix:" + socket).c_str());
+    for (const auto& sound : kSounds) stored_.push_back(Stored(sound.id));
+    pulse_.start("pulseaudio", {"-n", "--daemonize=no", "--exit-idle-time=-1", "--use-pid-file=no", "-L",
+                                ("module-native-protocol-unix auth-anonymous=1 socket=" + socket).c_str(), "-L",
+                                "module-null-sink sink_name=ear rate=22050 channels=2 format=s16le"});
+    ASSERT_TRUE(Await([&] { return QFile::exists(socket.c_str()); })) << "pulseaudio does not start";
+    ear_.start("parec", {"-d", "ear.monitor", "--format=s16le", "--rate=22050", "--channels=2", "--latency-msec=20"});
+    ASSERT_TRUE(Await([&] { return ear_.bytesAvailable() > 0; })) << "parec hears nothing";
+    Sit();
+    frmChess->mnuPlaySounds.Click();
+    frmChess->mnuAcceptMessages.Checked = false;
+  }
+
+  void TearDown() override {
+    GameTest::TearDown();
+    for (QProcess* process : {&ear_, &pulse_}) {
+      process->terminate();
+      EXPECT_TRUE(process->waitForFinished());
+    }
+  }
+
+  /// The sounds heard since the last call, each from its start on; 0 for what is none of them, or two at once.
+  std::vector<int> Heard() {
+    static constexpr std::size_t kEnough = 64;  // frames that tell one sound from another
+    const QByteArray bytes = ear_.read(ear_.bytesAvailable() / 4 * 4);
+    const std::size_t before = stream_.size();
+    stream_.resize(before + static_cast<std::size_t>(bytes.size()) / 4);
+    std::memcpy(stream_.data() + before, bytes.data(), static_cast<std::size_t>(bytes.size()));
+    const auto goes_on = [this](const Frames& sound, std::size_t from) {
+      const std::size_t rest = std::min(sound.size() - from, kEnough);
+      return rest > 0 && std::equal(sound.begin() + from, sound.begin() + from + rest, stream_.begin() + at_);
+    };
+    std::vector<int> heard;
+    while (at_ + kEnough <= stream_.size()) {
+      if (playing_ != 0 && played_ < stored_[playing_ - 1].size() && stream_[at_] == stored_[playing_ - 1][played_]) {
+        ++at_;
+        ++played_;
+      } else if (stream_[at_] == Frame{}) {  // silence, or a gap on a busy machine
+        ++at_;
+      } else if (playing_ == 0 || !goes_on(stored_[playing_ - 1], played_)) {
+        const auto begun = std::find_if(stored_.begin(), stored_.end(), [&](const Frames& s) { return goes_on(s, 0); });
+        playing_ = begun == stored_.end() ? 0 : static_cast<std::size_t>(begun - stored_.begin()) + 1;
+        played_ = 0;
+        heard.push_back(playing_ == 0 ? 0 : 100 + static_cast<int>(playing_));
+        if (playing_ == 0) ++at_;
+      }
+    }
+    return heard;
+  }
+
+  QTemporaryDir folder_;
+  QProcess pulse_, ear_;
+  std::vector<Frames> stored_;
+  Frames stream_;
+  std::size_t at_ = 0;       ///< so much of the stream has been heard
+  std::size_t playing_ = 0;  ///< 1 for the first sound, 0 for none
+  std::size_t played_ = 0;
+};
+
+TEST_F(Sounds, EachEventCutsOffTheSoundBeforeWithItsOwn) {
+  FrmChess& game = *frmChess;
+  const auto tell = [](const char* message) { return [message] { Tell(message); }; };
+  const auto click = [](Menu& item) { return [&item] { item.Click(); }; };
+  const auto type = [](const char* keys) { return [keys] { QTest::keyClick(MainWindow(), *keys); }; };
+  const std::string board = "1__" + kStart;
+  const std::tuple<const char*, std::function<void()>, int> events[] = {{"new", click(game.mnuNewChess), 103},
+                                                                        {"drop", [] { Drag(52, 36); }, 101},
+                                                                        {"new received", tell("1new"), 103},
+                                                                        {"move received", tell("11228"), 101},
+                                                                        {"check", click(game.mnuCheck), 104},
+                                                                        {"key", type("a"), 109},
+                                                                        {"line", type("\r"), 108},
+                                                                        {"checkers", click(game.mnuNewCheckers), 103},
+                                                                        {"line received", tell("0hello"), 108},
+                                                                        {"checkers received", tell("1newc"), 103},
+                                                                        {"checkmate", click(game.mnuCheckMate), 104},
+                                                                        {"check received", tell("0check"), 104},
+                                                                        {"checkmate received", tell("0cmate"), 105},
+                                                                        {"clear", click(game.mnuClear), 103},
+                                                                        {"stalemate", click(game.mnuStaleMate), 105},
+                                                                        {"clear received", tell("1clear"), 103},
+                                                                        {"stalemate received", tell("0smate"), 105},
+                                                                        {"wake up received", tell("0yours"), 107},
+                                                                        {"win", click(game.mnuIWin), 106},
+                                                                        {"board received", tell(board.c_str()), 103},
+                                                                        {"win received", tell("0iwin"), 106}};
+  const std::function<void()> silent[] = {
+      click(game.mnuWakeUp), tell("35"), tell("407616777215"), tell("2Bob"),           tell("me"),
+      tell("you"),           type("\r"), tell("1nonsense"),    click(game.mnuShowLast)};
+  for (const auto& [name, act, sound] : events) {
+    act();
+    std::vector<int> heard;
+    EXPECT_TRUE(Await([&] { return !(heard = Heard()).empty(); }, 3000)) << name;
+    EXPECT_EQ(heard, std::vector{sound}) << name;
+  }
+  for (const auto& act : silent) act();
+  game.mnuPlaySounds.Click();
+  for (const auto& [name, act, sound] : events) act();
+  const std::size_t before = played_;
+  std::vector<int> heard;
+  QTest::qWait(500);
+  EXPECT_EQ(Heard(), std::vector<int>{});
+  EXPECT_GT(played_, before) << "what had begun plays on";
+}
+
+TEST(StoredSounds, AreOfTheirFormatLoudEnoughAndNeverClip) {
+  for (const auto& sound : kSounds) {
+    const auto wave = LoadResData(sound.id, "CUSTOM");
+    const auto number = [&](std::size_t at, std::size_t bytes) {
+      std::size_t value = 0;
+      for (std::size_t k = bytes; k-- > 0;) value = value * 256 + wave[at + k];
+      return static_cast<int>(value);
+    };
+    ASSERT_EQ(wave.size(), 44U + static_cast<std::size_t>(sound.bytes)) << sound.id;
+    EXPECT_EQ((std::vector{number(22, 2), number(24, 4), number(34, 2), number(40, 4)}),
+              (std::vector{sound.channels, sound.rate, sound.bits, sound.bytes}))
+        << sound.id;
+    double sum = 0, squares = 0, peak = 0;
+    const Frames frames = Stored(sound.id);
+    for (const Frame frame : frames) {
+      sum += frame.left;
+      squares += frame.left * static_cast<double>(frame.left);
+      peak = std::max(peak, std::abs(static_cast<double>(frame.left)));
+    }
+    const auto count = static_cast<double>(frames.size());
+    EXPECT_LE(peak, 0.708 * 32768) << sound.id;
+    EXPECT_GT(std::sqrt(squares / count), 0.0126 * 32768) << sound.id;
+    EXPECT_NEAR(sum / count, 0, 0.002 * 32768) << sound.id;
+  }
+  EXPECT_TRUE(LoadResData(100, "CUSTOM").empty() && LoadResData(110, "CUSTOM").empty());
+}
+
+}  // namespace
+}  // namespace morva
