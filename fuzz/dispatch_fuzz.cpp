@@ -12,10 +12,6 @@ namespace {
 
 constexpr char kQuiet = '\x1E';
 
-void HandOut(morva::MessageReader& reader) {
-  while (const auto message = reader.Next()) morva::frmControl->tcp.Message(*message);
-}
-
 }  // namespace
 
 extern "C" int LLVMFuzzerInitialize(int* /*argc*/, char*** /*argv*/) {
@@ -26,13 +22,13 @@ extern "C" int LLVMFuzzerInitialize(int* /*argc*/, char*** /*argv*/) {
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   morva::ClearTable();
   morva::MessageReader reader;
+  int now = 0;
   std::string_view rest(reinterpret_cast<const char*>(data), size);
   while (!rest.empty()) {
     const std::string_view piece = rest.substr(0, rest.find(kQuiet));
-    reader.Bytes(piece);
-    HandOut(reader);
-    reader.Quiet();
-    HandOut(reader);
+    reader.Bytes(piece, now);
+    now += 1000;
+    while (const auto message = reader.Next(now)) morva::frmControl->tcp.Message(*message);
     rest.remove_prefix(std::min(piece.size() + 1, rest.size()));
   }
   morva::CheckTable();

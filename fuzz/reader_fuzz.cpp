@@ -1,6 +1,6 @@
 // Cuts a stretch of bytes in two ways and holds the messages that come out against each other, then reads the same
 // bytes as text. The first byte says how many bytes of plan follow; each byte of the plan is the size of a read, and
-// whether the line falls quiet behind it. A first byte from 128 on makes the longest message a short one.
+// how long the line falls quiet behind it. A first byte from 128 on makes the longest message a short one.
 
 #include <cstddef>
 #include <cstdint>
@@ -20,30 +20,23 @@ void Require(bool holds) {
   if (!holds) __builtin_trap();
 }
 
-void Drain(MessageReader& reader, Messages& messages) {
-  while (auto message = reader.Next()) messages.push_back(*message);
-}
+constexpr int kOver = 600;  // ms of quiet after which nothing is open
 
-void CheckSame(const MessageReader& one, const MessageReader& other, std::size_t max_message) {
-  Require(one.Held() == other.Held() && one.Held() <= max_message);
-  const int quiet = one.QuietNeeded();
-  Require(quiet == other.QuietNeeded());
-  Require(quiet == 0 || quiet == 20 || quiet == 250);
-  Require(quiet != 0 || one.Held() == 0);
+void Drain(MessageReader& reader, Messages& messages, int now) {
+  while (auto message = reader.Next(now)) messages.push_back(*message);
 }
 
 // Every message comes from its own place in the bytes, and alone on the line it is read as itself.
 void CheckMessages(const Messages& messages, std::string_view bytes) {
-  MessageReader alone;
   std::size_t at = 0;
   for (const std::string& message : messages) {
     Require(!message.empty() && (message[0] < '5' || message[0] > '9'));
     at = bytes.find(message, at);
     Require(at != std::string_view::npos);
     at += message.size();
-    alone.Bytes(message);
-    alone.Quiet();
-    Require(alone.Next() == message && !alone.Next());
+    MessageReader alone;
+    alone.Bytes(message, 0);
+    Require(alone.Next(kOver) == message && !alone.Next(kOver));
   }
 }
 
@@ -54,23 +47,29 @@ void CheckReader(std::string_view plan, std::string_view bytes, std::size_t max_
   Messages from_cut;
   std::size_t stretch = 0;
   std::size_t at = 0;
+  int now = 0;
   for (std::size_t step = 0; at < bytes.size(); ++step) {
     const auto order = plan.empty() ? 1u : static_cast<unsigned char>(plan[step % plan.size()]);
     const std::string_view piece = bytes.substr(at, order % 64 + 1);
-    cut.Bytes(piece);
-    if (order % 3 == 0) Drain(cut, from_cut);
+    cut.Bytes(piece, now);
+    if (order % 3 == 0) Drain(cut, from_cut, now);
     at += piece.size();
-    if (order < 192 && at < bytes.size()) continue;
-    whole.Bytes(bytes.substr(stretch, at - stretch));
-    CheckSame(whole, cut, max_message);
-    whole.Quiet();
-    cut.Quiet();
-    CheckSame(whole, cut, max_message);
-    Require(whole.QuietNeeded() == 0);
+    if (order < 128 && at < bytes.size()) continue;
+    whole.Bytes(bytes.substr(stretch, at - stretch), now);
     stretch = at;
+    now += order < 160 ? 20 : order < 192 ? 250 : kOver;
+    Drain(whole, from_whole, now);
+    Drain(cut, from_cut, now);
+    Require(whole.Held() == cut.Held() && whole.Held() <= max_message);
+    Require(whole.WaitMs(now) == cut.WaitMs(now) && whole.WaitMs(now) <= kOver);
+    Require(whole.WaitMs(now) > 0 || whole.Held() == 0);
   }
-  Drain(whole, from_whole);
-  Drain(cut, from_cut);
+  for (MessageReader* reader : {&whole, &cut}) {
+    reader->End();
+    Require(reader->WaitMs(now) <= 0 && reader->Held() == 0);
+  }
+  Drain(whole, from_whole, now);
+  Drain(cut, from_cut, now);
   Require(from_whole == from_cut);
   CheckMessages(from_whole, bytes);
 }

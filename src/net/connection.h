@@ -1,20 +1,22 @@
 #pragma once
 
 #include <functional>
+#include <memory>
 #include <string>
 
-#include "net/message_reader.h"
-#include "net/send_queue.h"
+#include "net/line.h"
+#include "platform/system/local_address.h"
 #include "platform/system/socket.h"
 #include "platform/system/timer.h"
 
 namespace morva {
 
-/// The one connection of a program run, as messages: it sends each as one write, far enough apart to be told apart, and
-/// takes what arrives to pieces.
+/// The one connection of a program run, as messages: it sends each far enough from the others to be told apart, and
+/// takes what arrives to pieces. All events come from the event loop, also while a message box is open.
 class Connection {
  public:
   Connection();
+  ~Connection();
 
   int LocalPort = 0;       ///< for Listen
   int RemotePort = 0;      ///< for Connect
@@ -22,32 +24,27 @@ class Connection {
 
   std::function<void(int requestID)> ConnectionRequest;
   std::function<void()> Connected;
-  std::function<void()> DataArrival;                        ///< something arrived; its messages follow
+  std::function<void()> DataArrival;                        ///< the first bytes have arrived; their messages follow
   std::function<void(const std::string& message)> Message;  ///< one whole message, as bytes
   std::function<void()> Closed;                             ///< the other side is gone; never for one's own Close
 
-  std::string LocalIP() const { return socket_.LocalIP(); }
+  std::string LocalIP() const { return LocalAddress(); }
   bool Listen();
   void Connect();
-  void Accept(int requestID) { socket_.Accept(requestID); }
-  /// Ends the listening or the connection. What was handed to SendData still goes out.
+  void Accept(int requestID);
+  /// Ends the listening or the connection, at once. What was handed to SendData still goes out, and the end of the
+  /// program waits for that, as long as the other side takes it.
   void Close();
-  /// Hands over one message, as bytes, to be sent in its turn.
+  /// Hands over one message, as bytes, to be sent in its turn. Without a connection nothing happens.
   void SendData(std::string message);
 
  private:
-  void Read();
+  void Open(std::unique_ptr<TcpStream> stream);
   void HandOut();
-  void HandOutTheRest();
-  void SendDue();
 
   Socket socket_;
-  MessageReader reader_;
-  SendQueue queue_;
-  Timer quiet_;   ///< the line has been quiet long enough
-  Timer resume_;  ///< the window has had its turn, go on with what has arrived
-  Timer due_;     ///< the next message may leave
-  bool resting_ = false;
+  std::shared_ptr<Line> line_;
+  Timer rest_;  ///< hands out what is left
 };
 
 }  // namespace morva

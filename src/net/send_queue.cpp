@@ -10,27 +10,66 @@ namespace {
 
 // Well over the quiet that the other side waits for: a line that hurries one message and holds up the other takes some
 // of the pause away, and so does a busy computer over there.
-constexpr std::int64_t kPauseMs = kQuietMs + 80;
-constexpr std::int64_t kLongPauseMs = kLongQuietMs + 50;
+constexpr int kPauseMs = kQuietMs + 80;
+constexpr int kLongPauseMs = kLastQuietMs + 100;
+
+// What the line takes to and fro is a pause for the other side too, but it may be quicker the next time.
+constexpr int kMostOfRoundTripMs = 50;
+
+constexpr std::int64_t kMostBehindWordsMs = 900;
+
+constexpr int kRarestLookMs = 1000;
+
+int PauseBehind(const std::string& message) {
+  if (!RunsToEnd(message)) return 0;
+  return message.size() > kLongMessage ? kLongPauseMs : kPauseMs;
+}
+
+bool IsWords(const std::string& message) { return message.front() == '0'; }
+
+bool IsCanned(const std::string& message) {
+  return message == "0yours" || message == "0check" || message == "0cmate" || message == "0smate" || message == "0iwin";
+}
 
 }  // namespace
 
-void SendQueue::Put(std::string message) {
-  if (!message.empty()) waiting_.push_back(std::move(message));
+void SendQueue::Put(std::string message, std::int64_t now_ms) {
+  if (message.empty()) return;
+  const auto same = [&](const Waiting& waiting) { return waiting.message == message; };
+  if (IsCanned(message) && std::any_of(waiting_.begin(), waiting_.end(), same)) return;
+  waiting_.push_back({std::move(message), now_ms});
 }
 
 std::optional<std::string> SendQueue::Next(std::int64_t now_ms) {
-  if (WaitMs(now_ms) != 0) return std::nullopt;
-  std::string message = std::move(waiting_.front());
-  waiting_.pop_front();
-  if (RunsToEnd(message)) free_at_ = now_ms + (message.size() > kLongMessage ? kLongPauseMs : kPauseMs);
+  if (waiting_.empty() || AwaitsAcknowledgement() || now_ms < free_at_) return std::nullopt;
+  const auto chosen = waiting_.begin() + static_cast<std::ptrdiff_t>(Chosen(now_ms));
+  std::string message = std::move(chosen->message);
+  waiting_.erase(chosen);
+  pause_ = PauseBehind(message);
+  if (pause_ > 0) written_at_ = now_ms;
   return message;
 }
 
+// The place of the message that is to leave next.
+std::size_t SendQueue::Chosen(std::int64_t now_ms) const {
+  const std::string& first = waiting_.front().message;
+  if (!IsWords(first)) return 0;
+  const auto action =
+      std::find_if(waiting_.begin(), waiting_.end(), [](const Waiting& waiting) { return !IsWords(waiting.message); });
+  const bool can_wait = action == waiting_.end() || now_ms + PauseBehind(first) <= action->since + kMostBehindWordsMs;
+  return can_wait ? 0 : static_cast<std::size_t>(action - waiting_.begin());
+}
+
+void SendQueue::Acknowledged(std::int64_t now_ms, int round_trip_ms) {
+  if (!written_at_) return;
+  written_at_.reset();
+  free_at_ = now_ms + pause_ - std::clamp(round_trip_ms, 0, kMostOfRoundTripMs);
+}
+
 int SendQueue::WaitMs(std::int64_t now_ms) const {
+  if (written_at_) return static_cast<int>(std::clamp<std::int64_t>((now_ms - *written_at_) / 8, 1, kRarestLookMs));
   if (waiting_.empty()) return -1;
-  if (!free_at_) return 0;
-  return static_cast<int>(std::clamp<std::int64_t>(*free_at_ - now_ms, 0, kLongPauseMs));
+  return static_cast<int>(std::clamp<std::int64_t>(free_at_ - now_ms, 0, kLongPauseMs));
 }
 
 }  // namespace morva

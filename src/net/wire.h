@@ -26,10 +26,12 @@ inline bool RunsToEnd(std::string_view message) {
          (message.starts_with(kBoardHead) && message.size() > kBoardBytes);
 }
 
-/// How long the line is quiet behind what runs to the end before that counts as over, in milliseconds. A long message
-/// may come in many pieces, and so may one that breaks off where it can't end.
+/// How long the line is quiet, in milliseconds, before what runs to the end counts as over. A message that breaks off
+/// where it can't end has more time for its rest, and so has a long one, which comes in several packets; the last of
+/// them can be late. Older copies of the program know the first two alone.
 inline constexpr int kQuietMs = 20;
 inline constexpr int kLongQuietMs = 250;
+inline constexpr int kLastQuietMs = 600;
 inline constexpr std::size_t kLongMessage = 512;  ///< bytes; a longer one counts as long
 
 /// Sends a typed message: the digit and the text, UTF-8 here and as the wire has it there.

@@ -1,5 +1,5 @@
-#include <algorithm>
-#include <random>
+#include <chrono>
+#include <thread>
 
 #include "tests/game.h"
 
@@ -126,89 +126,29 @@ TEST_F(Protocol, EachActionSendsOneMessage) {
   EXPECT_EQ(Sent(), "1clear");
 }
 
-/// The other side's actions, done on a board of letters and told as messages that end by themselves on the wire.
-struct Model {
-  std::mt19937 random;
-  std::string squares = kStart;
-  std::string turn = "you";
-  std::size_t history = 0;
-
-  int Below(int n) { return static_cast<int>(random() % static_cast<unsigned>(n)); }
-  char& At(int i) { return squares[static_cast<std::size_t>(i)]; }
-
-  std::string Act() {
-    const int square = Below(64);
-    switch (const int action = Below(40)) {
-      case 0:
-        squares = kCheckersStart;
-        history = 0;
-        return "1newc";
-      case 1:
-        squares = std::string(64, '.');
-        return "1clear";
-      case 2: {
-        for (char& piece : squares) piece = "defghijklopqrstuv"[Below(17)];
-        const std::string line = squares;
-        std::replace(squares.begin(), squares.end(), 'd', '.');
-        return "1__" + line;
-      }
-      case 3:
-      case 4:
-        turn = action == 3 ? "you" : "me";
-        return action == 3 ? "me" : "you";
-      case 5:
-      case 6:
-        ++history;
-        At(square | 8) = '.';  // 1 to 6 would end with the quiet
-        return "3" + std::to_string(square | 8);
-      case 7:
-      case 8:
-      case 9: {
-        ++history;
-        const int code = Below(9), white = Below(2);
-        At(square) = code == 0 ? '.' : static_cast<char>(100 + 10 * white + code);
-        return "4" + TwoDigits(square) + std::to_string(code) + (white == 1 ? "16777215" : "0");
-      }
-      default:
-        return Move(square, Below(64));
-    }
-  }
-
-  std::string Move(int from, int too) {
-    turn = "me";
-    const char piece = std::exchange(At(from), '.');
-    At(too) = from == too ? '.' : piece;
-    history += At(too) != '.';
-    // Each pawn or checker stands before what it becomes on its far row.
-    const std::string far_row = too < 8 ? "otuv" : too > 55 ? "ejkl" : "";
-    const std::size_t found = far_row.find(At(too));
-    if (found == 0 || found == 2) At(too) = far_row[found + 1];
-    return "1" + TwoDigits(from) + TwoDigits(too);
-  }
-};
-
-TEST_F(Protocol, RandomGamesArriveWholeHoweverTheyAreCut) {
+TEST_F(Protocol, ABusyWindowMergesNothing) {
   Sit();
-  const unsigned seed = std::random_device{}();
-  SCOPED_TRACE("seed " + std::to_string(seed));
-  Model model{std::mt19937(seed)};
-  std::string chat;
-  for (int round = 0; round < 60; ++round) {
-    std::string bytes;
-    for (int message = 0; message < 80; ++message) bytes += model.Act();
-    bytes += "0line" + std::to_string(round);
-    chat += "\r\n<Bob>  line" + std::to_string(round);
-    for (std::size_t at = 0; at < bytes.size();) {
-      const int length = model.Below(97) == 0 ? 1000 : model.Below(12) + 1;
-      Send(bytes.substr(at, static_cast<std::size_t>(length)));
-      at += static_cast<std::size_t>(length);
-      if (model.Below(4) == 0) QCoreApplication::processEvents();
-    }
-    ASSERT_TRUE(Await([&] { return frmChess->txtOut.Text() == chat; })) << frmChess->txtOut.Text();
-    ASSERT_EQ(Board(), model.squares);
-    ASSERT_EQ(Turn(), model.turn);
-    ASSERT_EQ(History().size(), model.history);
+  for (const char* message : {"0hello", "15236", "0a", "37", "0b"}) {
+    Send(message);
+    std::this_thread::sleep_for(std::chrono::milliseconds(60));  // meanwhile the window does something else
   }
+  EXPECT_TRUE(Await([] { return frmChess->txtOut.Text() == "\r\n<Bob>  hello\r\n<Bob>  a\r\n<Bob>  b"; }));
+  EXPECT_EQ(History().size(), 2U);
+}
+
+TEST_F(Protocol, WhatWasSentBeforeLeavingStillArrives) {
+  Sit();
+  for (const char* line : {"a", "b", "c"}) Transmit(line, kWords);
+  Transmit("5236", kBoard);
+  Unload(frmChess);
+  EXPECT_TRUE(!frmControl.Loaded() && peer_->waitForReadyRead(1000));
+  std::string received = peer_->readAll().toStdString();
+  EXPECT_EQ(received, "0a") << "the window has gone before the rest was sent";
+  EXPECT_TRUE(Await([&] {
+    received += peer_->readAll().toStdString();
+    return peer_->state() == QAbstractSocket::UnconnectedState;
+  }));
+  EXPECT_EQ(received, "0a0b0c15236");
 }
 
 TEST_F(Protocol, AFloodWaitsAtTheSenderAndLeavesTheWindowAlive) {

@@ -1,9 +1,7 @@
 #include "platform/system/socket.h"
 
-#include <sys/socket.h>
+#include <fcntl.h>
 
-#include <QElapsedTimer>
-#include <QNetworkInterface>
 #include <QTcpServer>
 #include <QTcpSocket>
 
@@ -11,125 +9,59 @@
 
 namespace morva {
 
-namespace {
-
-constexpr int kFlushMs = 2000;
-constexpr int kGoodbyeMs = 500;
-// What waits here is bounded; the rest waits at the sender, by the connection's own flow control.
-constexpr qint64 kReadBuffer = 1 << 16;
-
-bool ReachableFromOutside(const QHostAddress& address) { return !address.isLoopback() && !address.isLinkLocal(); }
-
-}  // namespace
-
-class Socket::Impl {
+// The toolkit finds the other side; what then goes over the line is none of its business.
+class Socket::Impl : public QTcpServer {
  public:
-  explicit Impl(Socket& owner) : owner_(owner) {
-    QObject::connect(&server_, &QTcpServer::newConnection, [this] {
-      waiting_.reset(server_.nextPendingConnection());
-      waiting_->setParent(nullptr);
-      if (owner_.ConnectionRequest) owner_.ConnectionRequest(0);
+  explicit Impl(Socket& owner) : owner_(owner) {}
+
+  void Connect() {
+    Abandon();
+    attempt_ = new QTcpSocket;
+    QObject::connect(attempt_, &QTcpSocket::connected, [this] {
+      auto stream =
+          std::make_unique<TcpStream>(::fcntl(static_cast<int>(attempt_->socketDescriptor()), F_DUPFD_CLOEXEC, 0));
+      Abandon();
+      if (owner_.Connected) owner_.Connected(std::move(stream));
     });
+    attempt_->connectToHost(QtText(owner_.RemoteHost).trimmed(), static_cast<quint16>(owner_.RemotePort));
   }
 
-  void Use(std::unique_ptr<QTcpSocket> connection) {
-    connection_ = std::move(connection);
-    connection_->setReadBufferSize(kReadBuffer);
-    connection_->setSocketOption(QAbstractSocket::LowDelayOption, 1);
-    QObject::connect(connection_.get(), &QTcpSocket::connected, [this] {
-      connection_->setSocketOption(QAbstractSocket::LowDelayOption, 1);
-      if (owner_.Connected) owner_.Connected();
-    });
-    QObject::connect(connection_.get(), &QTcpSocket::readyRead, [this] {
-      if (owner_.DataArrival) owner_.DataArrival();
-    });
-    QObject::connect(connection_.get(), &QTcpSocket::disconnected, [this] {
-      if (owner_.Closed) owner_.Closed();
-    });
+  void Abandon() {
+    if (attempt_ == nullptr) return;
+    attempt_->disconnect();
+    attempt_->abort();
+    attempt_->deleteLater();
+    attempt_ = nullptr;
   }
 
-  void Drop() {
-    server_.close();
-    if (!connection_) return;
-    connection_->disconnect();
-    SayGoodbye();
-    connection_.release()->deleteLater();
-  }
+  std::unique_ptr<TcpStream> waiting_;
 
-  Socket& owner_;
-  QTcpServer server_;
-  std::unique_ptr<QTcpSocket> waiting_;
-  std::unique_ptr<QTcpSocket> connection_;
+ protected:
+  void incomingConnection(qintptr descriptor) override {
+    auto stream = std::make_unique<TcpStream>(static_cast<int>(descriptor));
+    if (waiting_) return;
+    waiting_ = std::move(stream);
+    if (owner_.ConnectionRequest) owner_.ConnectionRequest(0);
+  }
 
  private:
-  // Bytes that arrive after the socket is gone make the system take back what it has not delivered yet; so the writing
-  // side is closed first, and the rest of what comes in is read until the other side has closed too.
-  void SayGoodbye() {
-    if (connection_->state() != QAbstractSocket::ConnectedState) {
-      connection_->abort();
-      return;
-    }
-    QElapsedTimer clock;
-    clock.start();
-    while (connection_->bytesToWrite() > 0 && clock.elapsed() < kFlushMs) {
-      if (!connection_->waitForBytesWritten(kFlushMs)) break;
-    }
-    ::shutdown(static_cast<int>(connection_->socketDescriptor()), SHUT_WR);
-    clock.restart();
-    while (connection_->state() == QAbstractSocket::ConnectedState && clock.elapsed() < kGoodbyeMs) {
-      connection_->readAll();
-      connection_->waitForReadyRead(kGoodbyeMs);
-    }
-    connection_->abort();
-  }
+  Socket& owner_;
+  QTcpSocket* attempt_ = nullptr;
 };
 
 Socket::Socket() : impl_(std::make_unique<Impl>(*this)) {}
 
-Socket::~Socket() { impl_->Drop(); }
+Socket::~Socket() { Close(); }
 
-std::string Socket::LocalIP() const {
-  QHostAddress best(QHostAddress::LocalHost);
-  for (const QNetworkInterface& interface : QNetworkInterface::allInterfaces()) {
-    if (!interface.flags().testFlag(QNetworkInterface::IsUp)) continue;
-    for (const QNetworkAddressEntry& entry : interface.addressEntries()) {
-      if (!ReachableFromOutside(entry.ip())) continue;
-      if (entry.ip().protocol() == QAbstractSocket::IPv4Protocol) return StdText(entry.ip().toString());
-      best = entry.ip();
-    }
-  }
-  return StdText(best.toString());
-}
+bool Socket::Listen() { return impl_->listen(QHostAddress::Any, static_cast<quint16>(LocalPort)); }
 
-bool Socket::Listen() { return impl_->server_.listen(QHostAddress::Any, static_cast<quint16>(LocalPort)); }
+void Socket::Connect() { impl_->Connect(); }
 
-void Socket::Connect() {
-  impl_->Use(std::make_unique<QTcpSocket>());
-  impl_->connection_->connectToHost(QtText(RemoteHost).trimmed(), static_cast<quint16>(RemotePort));
-}
+std::unique_ptr<TcpStream> Socket::Accept(int /*requestID*/) { return std::move(impl_->waiting_); }
 
-void Socket::Accept(int /*requestID*/) {
-  if (impl_->waiting_) impl_->Use(std::move(impl_->waiting_));
-}
-
-void Socket::Close() { impl_->Drop(); }
-
-void Socket::SendData(std::string_view bytes) {
-  QTcpSocket* connection = impl_->connection_.get();
-  if (connection == nullptr || connection->state() != QAbstractSocket::ConnectedState) return;
-  connection->write(bytes.data(), static_cast<qint64>(bytes.size()));
-  connection->flush();
-}
-
-std::string Socket::GetData(std::size_t most) {
-  return impl_->connection_ ? impl_->connection_->read(static_cast<qint64>(most)).toStdString() : std::string();
-}
-
-bool Socket::HasData() {
-  QTcpSocket* connection = impl_->connection_.get();
-  if (connection == nullptr) return false;
-  if (connection->bytesAvailable() > 0) return true;
-  return connection->state() == QAbstractSocket::ConnectedState && connection->waitForReadyRead(0);
+void Socket::Close() {
+  impl_->close();
+  impl_->Abandon();
 }
 
 }  // namespace morva

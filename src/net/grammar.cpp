@@ -1,0 +1,165 @@
+#include "net/grammar.h"
+
+#include <algorithm>
+
+#include "net/wire.h"
+
+// The grammar can be read in two ways at these places:
+//
+//   what stands there             the readings                          what decides
+//   "3" and two digits up to 63   the trash of a square of one digit    the one whose rest reads on as messages; where
+//                                 and the next message, or of a square  both do, the one that leaves no line or broken
+//                                 of two                                message at the end; or else the two digits
+//   64 letters of a board, more   the next message, or the rest of a    whether it reads on as messages up to the quiet
+//                                 board line longer than the board
+//   "1new", "c"                   new chess and the next message, or    no message begins with "c": new checkers
+//                                 new checkers
+//   "4", three digits, a digit    the one colour or the other           its first digit; it is as long as that one says
+//   "me" or "you", more           the word and the next message, or a   the word, always
+//                                 line that lost its first letter
+//   a line or nick, more          all one line, or the next message     the quiet alone: behind a short one any, behind
+//                                                                       a long one kLastQuietMs
+//   a long one, kLongQuietMs of   its late rest, or the next messages   messages if they are whole at the next quiet
+//   and quiet, more                                                         none is a line; or else the rest
+
+namespace morva {
+namespace {
+
+constexpr std::size_t kLeastPayload = 4;  // of a move or a change
+
+constexpr Reading Complete(std::size_t length) { return {Shape::kComplete, length}; }
+constexpr Reading kIncomplete{Shape::kIncomplete};
+constexpr Reading kOpen{Shape::kOpen};
+constexpr Reading kRunsToEnd{Shape::kRunsToEnd};
+
+bool IsDigit(char c) { return c >= '0' && c <= '9'; }
+
+bool IsSquare(std::string_view two_digits) { return two_digits < "64"; }
+
+// How many digits there are from `at` on, counting no further than `most`.
+std::size_t Digits(std::string_view text, std::size_t at, std::size_t most) {
+  std::size_t count = 0;
+  while (count < most && at + count < text.size() && IsDigit(text[at + count])) ++count;
+  return count;
+}
+
+// A message that is always the same text.
+Reading Word(std::string_view text, std::string_view word) {
+  if (text.starts_with(word)) return Complete(word.size());
+  return word.starts_with(text) ? kIncomplete : kRunsToEnd;
+}
+
+// "1" + four digits | "1__" + 64 bytes | "1new" | "1newc" | "1clear"
+Reading BoardAction(std::string_view text, bool quiet) {
+  if (text.size() == 1) return kIncomplete;
+  switch (text[1]) {
+    case 'n':
+      if (text == "1new") return quiet ? Complete(4) : kOpen;
+      if (text.starts_with("1newc")) return Complete(5);
+      return Word(text, "1new");
+    case 'c':
+      return Word(text, "1clear");
+    case '_':
+      if (text.starts_with(kBoardHead) && text.size() >= kBoardBytes) return Complete(kBoardBytes);
+      return text.size() < kBoardHead.size() || text.starts_with(kBoardHead) ? kIncomplete : kRunsToEnd;
+    default:
+      const std::size_t digits = Digits(text, 1, 4);
+      if (digits == 4) return Complete(5);
+      return 1 + digits == text.size() ? kIncomplete : kRunsToEnd;
+  }
+}
+
+// Whether the text is "3" and 0 to 63 without a leading zero.
+bool IsTrash(std::string_view text) {
+  if (Digits(text, 1, 2) + 1 != text.size()) return false;
+  return text.size() == 2 || (text.size() == 3 && text[1] != '0' && IsSquare(text.substr(1)));
+}
+
+Reading Trash(std::string_view text, bool quiet) {
+  if (text.size() == 1) return kIncomplete;
+  if (!IsDigit(text[1])) return kRunsToEnd;
+  if (text.size() == 2 && IsTrash(text.substr(0, 2))) {
+    const bool can_have_two = text[1] >= '1' && text[1] <= '6';
+    return quiet || !can_have_two ? Complete(2) : kOpen;
+  }
+  if (!IsTrash(text.substr(0, 3))) return Complete(2);
+  // The reading that comes to nothing first is the wrong one, however much of the text has come.
+  for (std::size_t seen = 3; seen <= std::min(text.size(), kLookAhead); ++seen) {
+    const bool one_digit = FitOf(text.substr(2, seen - 2)) != Fit::kNone;
+    const bool two_digits = FitOf(text.substr(3, seen - 3)) != Fit::kNone;
+    if (!one_digit || !two_digits) return Complete(one_digit ? 2 : 3);
+  }
+  constexpr std::size_t kEnough = kLookAhead + 4;
+  if (!quiet && text.size() < kEnough) return kOpen;
+  text = text.substr(0, kEnough);
+  return Complete(FitOf(text.substr(2)) > FitOf(text.substr(3)) ? 2 : 3);
+}
+
+// "4" + two digits + one digit + ("0" | "16777215")
+Reading Change(std::string_view text) {
+  const std::size_t digits = Digits(text, 1, 3);
+  if (1 + digits == text.size()) return kIncomplete;
+  if (digits < 3) return kRunsToEnd;
+  const std::string_view color = text.substr(4);
+  if (color.front() == '0') return Complete(5);
+  const Reading white = Word(color, "16777215");
+  return white.shape == Shape::kComplete ? Complete(4 + white.length) : white;
+}
+
+// Of a message that ends by itself: whether it names what there is.
+bool MakesSense(std::string_view message) {
+  if (message.front() == '4') return IsSquare(message.substr(1, 2)) && message[3] < '9';
+  if (message.front() != '1' || !IsDigit(message[1])) return true;
+  return IsSquare(message.substr(1, 2)) && IsSquare(message.substr(3, 2));
+}
+
+Fit FitOfAll(std::string_view text) {
+  if (text.empty()) return Fit::kWhole;
+  if (text.front() == '2') return Fit::kNone;  // a nick comes before all else
+  if (text == "0" || text == "3") return Fit::kCut;
+  if (text.front() == '0') return Fit::kLine;
+  if (text.front() == '3') {
+    const Fit one_digit = IsTrash(text.substr(0, 2)) ? FitOfAll(text.substr(2)) : Fit::kNone;
+    const bool two = text.size() > 2 && IsTrash(text.substr(0, 3));
+    return two ? std::max(one_digit, FitOfAll(text.substr(3))) : one_digit;
+  }
+  const Reading reading = Read(text);
+  if (reading.shape == Shape::kOpen) return Fit::kWhole;
+  if (reading.shape == Shape::kIncomplete) return Fit::kCut;
+  const bool message = reading.shape == Shape::kComplete && MakesSense(text.substr(0, reading.length));
+  return message ? FitOfAll(text.substr(reading.length)) : Fit::kNone;
+}
+
+}  // namespace
+
+// No more than the first kBoardBytes count, so that a growing line costs nothing.
+Reading Read(std::string_view text, bool quiet) {
+  switch (text.front()) {
+    case '1':
+      return BoardAction(text, quiet);
+    case '3':
+      return Trash(text, quiet);
+    case '4':
+      return Change(text);
+    case 'm':
+      return Word(text, "me");
+    case 'y':
+      return Word(text, "you");
+    default:
+      return kRunsToEnd;
+  }
+}
+
+Fit FitOf(std::string_view text) {
+  const Fit fit = FitOfAll(text.substr(0, kLookAhead));
+  return text.size() > kLookAhead && fit == Fit::kCut ? Fit::kWhole : fit;
+}
+
+bool IsMessage(std::string_view text) {
+  if (text.size() == 1) return text == "2";  // all others would be without content; a nick may be empty
+  if (text.front() >= '5' && text.front() <= '9') return false;
+  if (Read(text, true).shape != Shape::kIncomplete || !IsDigit(text.front())) return true;
+  return text.size() > kLeastPayload && !text.starts_with(kBoardHead);
+}
+
+}  // namespace morva
