@@ -136,7 +136,7 @@ class Walk : public GameTest {
     table.onesec.Tick();
     table.coordinates.cmdShowCoord.MouseDown(kLeftButton, 0, 0, 0);
     while (frmCoords.Loaded()) frmCoords->Timer1.Tick();
-    table.hover(36, kBlack);
+    for (int time = 0; time < 200; ++time) table.hover(36, kBlack);
     QTest::mousePress(MainWindow(), Qt::LeftButton, {}, At(48));
     QTest::mouseMove(MainWindow(), At(35));
     QLabel hand;
