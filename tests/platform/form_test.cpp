@@ -2,8 +2,14 @@
 
 #include <gtest/gtest.h>
 
+#include <QAbstractItemView>
 #include <QClipboard>
+#include <QHelpEvent>
 #include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QTextBlock>
+#include <QTextDocumentFragment>
+#include <QToolTip>
 #include <QWindow>
 
 #include "platform/controls/command_button.h"
@@ -76,22 +82,6 @@ class Forms : public testing::Test {
   }
 };
 
-TEST_F(Forms, HaveTheClientAreaOfTheirLayout) {
-  using Frame = FormStyle::Frame;
-  for (const Frame frame : {Frame::kNone, Frame::kFixed, Frame::kSizable, Frame::kSizableWidth}) {
-    Form bare({.frame = frame, .scale_width = 6720, .scale_height = 8085});
-    EXPECT_EQ(bare.Client()->size(), QSize(448, 539));
-    bare.ScaleHeight = 1665;
-    bare.Show();
-    EXPECT_EQ(bare.Client()->size(), QSize(448, 111));
-    bare.Native()->resize(900, 900);
-    const bool fixed = frame == Frame::kNone || frame == Frame::kFixed;
-    EXPECT_EQ(bare.Client()->size(), QSize(fixed ? 448 : 900, frame == Frame::kSizable ? 900 : 111));
-  }
-  EXPECT_EQ(testForm->Client()->size(), QSize(300, 200));
-  EXPECT_EQ(testForm->Client()->mapToGlobal(QPoint()).y() * kTwipsPerPixel, testForm->Top() + testForm->ClientTop());
-}
-
 TEST_F(Forms, AreMadeOnReferenceAndAnewAfterUnload) {
   Unload(testForm);
   Unload(testForm);
@@ -159,38 +149,100 @@ TEST_F(Forms, DisabledTakeNoInputAndLookAsBefore) {
   EXPECT_EQ(testForm->box.Text(), "a");
 }
 
-TEST_F(Forms, ShortcutsActWhereverTheFocusIs) {
+TEST_F(Forms, KeysReachMenusAndButtonsWhereverTheFocusIs) {
   TestForm& form = *testForm;
-  form.log.Text = "log";
+  form.log.Text = form.box.Text = "text";
   form.list.AddItem("line");
   QGuiApplication::clipboard()->setText("before");
-  for (Control* control : std::initializer_list<Control*>{&form.box, &form.log, &form.list, &form.ok}) {
-    ASSERT_TRUE(Focus(*control));
-    for (const char* text : {"", "text"}) form.box.Text = text;
+  const std::tuple<Control&, const char*, const char*> focused[] = {
+      {form.box, "ok ", "cancel "}, {form.log, "ok ", "cancel "},      {form.list, "ok ", "cancel "},
+      {form.ok, "ok ", "cancel "},  {form.other, "other ", "cancel "}, {form.cancel, "cancel ", "cancel "}};
+  for (const auto& [control, enter, escape] : focused) {
+    ASSERT_TRUE(Focus(control));
     static_cast<QLineEdit*>(form.box.Native())->selectAll();
     told.clear();
     for (const auto key : {Qt::Key_C, Qt::Key_X, Qt::Key_Z}) Press(key, Qt::ControlModifier);
     EXPECT_EQ(Told(), "copy cut undo ");
-    EXPECT_TRUE(form.box.Text == "text" && QGuiApplication::clipboard()->text() == "before");
+    for (const auto key : {Qt::Key_Return, Qt::Key_Enter}) {
+      Press(key);
+      EXPECT_EQ(Told(), enter);
+    }
+    Press(Qt::Key_Escape);
+    EXPECT_TRUE(Told().ends_with(escape));
   }
-}
-
-TEST_F(Forms, EnterAndEscapePressTheirButtons) {
-  TestForm& form = *testForm;
-  const std::tuple<Control&, Qt::Key, const char*> cases[] = {
-      {form.box, Qt::Key_Enter, "ok "},        {form.log, Qt::Key_Return, "ok "},
-      {form.list, Qt::Key_Return, "ok "},      {form.other, Qt::Key_Return, "other "},
-      {form.cancel, Qt::Key_Enter, "cancel "}, {form.log, Qt::Key_Escape, "cancel "},
-      {form.other, Qt::Key_Escape, "cancel "}};
-  for (const auto& [focused, key, expected] : cases) {
-    ASSERT_TRUE(Focus(focused));
-    Press(key);
-    EXPECT_EQ(Told(), expected);
-  }
+  EXPECT_TRUE(form.box.Text == "text" && QGuiApplication::clipboard()->text() == "before");
   form.ok.Enabled = false;
   ASSERT_TRUE(Focus(form.box));
   Press(Qt::Key_Return);
   EXPECT_EQ(Told(), "");
+}
+
+TEST_F(Forms, TextBoxesHaveNoLimitAndTellEachKeyBeforeTheText) {
+  TextBox& box = testForm->box;
+  std::string keys;
+  box.KeyPress = [&](int key) { keys += std::to_string(key) + "(" + box.Text() + ") "; };
+  QTest::keyClicks(box.Native(), "a ");
+  QTest::keyClick(box.Native(), Qt::Key_Backspace);
+  QTest::keyClick(box.Native(), Qt::Key_Left);
+  EXPECT_EQ(keys, "97() 32(a) 8(a ) ");
+  box.Text = std::string(100000, 'x');
+  EXPECT_EQ(box.Text().size(), 100000U);
+  box.Text = "J\xC3\xB6rg";
+  box.SelStart = 1;
+  box.SelLength = 2;
+  EXPECT_EQ(static_cast<QLineEdit*>(box.Native())->selectedText(), "\xC3\xB6r");
+}
+
+TEST_F(Forms, ListsAndLogsHoldAHundredThousandLinesAndShowTheLast) {
+  ListBox& list = testForm->list;
+  TextLog& log = testForm->log;
+  auto* lines = static_cast<QAbstractItemView*>(list.Native());
+  auto* text = static_cast<QPlainTextEdit*>(log.Native());
+  std::string all;
+  for (int line = 0; line < 100000; ++line) {
+    const std::string more = "line " + std::to_string(line);
+    list.AddItem(more);
+    list.ListIndex = line;
+    list.ItemData(line) = 3 * line;
+    log.Append("\r\n" + more);
+    all += "\r\n" + more;
+    if (line % 1000 == 999) log.SelStart = TextLog::kEnd;
+  }
+  QTest::qWait(1);
+  QTest::keyClicks(text, "typed");
+  EXPECT_TRUE(list.List(77777) == "line 77777" && list.ItemData(77777) == 3 * 77777);
+  EXPECT_THROW(list.List(100000), std::out_of_range);
+  EXPECT_TRUE(lines->viewport()->rect().contains(lines->visualRect(lines->currentIndex())));
+  EXPECT_EQ(lines->currentIndex().data().toString(), "line 99999");
+  EXPECT_TRUE(log.Text() == all && text->document()->lastBlock().text() == "line 99999");
+  EXPECT_TRUE(text->viewport()->rect().contains(text->cursorRect()));
+  list.ListIndex = 50000;
+  QTest::qWait(1);
+  const QPoint shown = lines->visualRect(lines->currentIndex()).center();
+  QTest::mouseClick(lines->viewport(), Qt::LeftButton, {}, shown - QPoint(0, lines->sizeHintForRow(0)));
+  EXPECT_EQ(list.ListIndex(), 49999);
+  list.AddItem("one more");
+  list.Clear();
+  log.Text = "";
+  QTest::qWait(1);
+  EXPECT_TRUE(list.ListCount() == 0 && list.ListIndex() == -1 && lines->model()->rowCount() == 0);
+  EXPECT_TRUE(text->toPlainText().isEmpty() && log.Text().empty());
+  const std::string endless(400000, 'x');
+  log.Append(endless);
+  QTest::qWait(1);
+  EXPECT_TRUE(log.Text() == endless && text->viewport()->rect().contains(text->cursorRect()));
+}
+
+TEST_F(Forms, TipsShowTextAsItStands) {
+  Control& control = testForm->ok;
+  for (const char* text : {"<b>x</b> & &lt;i&gt;", "two  blanks"}) {
+    control.ToolTipText = text;
+    QHelpEvent help(QEvent::ToolTip, {10, 10}, control.Native()->mapToGlobal(QPoint(10, 10)));
+    QApplication::sendEvent(control.Native(), &help);
+    EXPECT_EQ(QTextDocumentFragment::fromHtml(QToolTip::text()).toPlainText(), text);
+    QToolTip::hideText();
+    EXPECT_TRUE(Await([] { return !QToolTip::isVisible(); }));
+  }
 }
 
 TEST_F(Forms, ShowTheirTitleAsItStands) {
