@@ -11,6 +11,8 @@ int Style::pixelMetric(PixelMetric metric, const QStyleOption* option, const QWi
 int Style::styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
                      QStyleHintReturn* answer) const {
   if (hint == SH_DialogButtonBox_ButtonsHaveIcons) return 0;
+  // The tool window is not active because the main window is: what happens at an activation happens to one of them.
+  if (hint == SH_Widget_ShareActivation) return 0;
   return QProxyStyle::styleHint(hint, option, widget, answer);
 }
 

@@ -24,6 +24,7 @@ void FrmChess::LayOut() {
   });
   PlaceSquares();
   DefaultButton(cmdDefault);
+  TypeInto(txtIn);
 
   std::vector<Control*> order;
   for (PictureBox& square : squ) order.push_back(&square);

@@ -55,6 +55,8 @@ FrmToolWindow::FrmToolWindow()
 }
 
 void FrmToolWindow::Form_Load() {
+  BelongTo(*frmChess);
+  TypeInto(frmChess->txtIn);
   Caption = frmControl->Nick;
   frmChess->Caption = frmChess->Caption() + " - " + Caption();
   Top = frmChess->Top();

@@ -1,7 +1,7 @@
-"""A desk for the end-to-end tests: a screen of its own with a window manager, and what a person can do there.
+"""A desk for the end-to-end tests: a screen of its own under one desktop's window manager, and what a person can do there.
 
-Everything is done with the mouse and the keys, and seen on the screen. Only windows are looked up by other means: by
-their process and their title or size.
+Everything is done with the mouse and the keys, and seen on the screen. Only windows are looked up by other means: their
+title, place and size.
 """
 
 import ctypes
@@ -19,6 +19,20 @@ from pathlib import Path
 TWIPS = 15  # a pixel
 FAILURES = Path(tempfile.gettempdir()) / "morva-e2e"  # pictures of the screen at a failure
 
+# What starts each desktop, and the Debian packages that it takes.
+DESKTOPS = {
+    "none": ("", ""),
+    "openbox": ("openbox --sm-disable", "openbox"),
+    "xfwm4": ("xfwm4 --compositor=off", "xfwm4 xfconf"),
+    "mutter": ("mutter --x11", "mutter"),
+    "kwin": ("kwin_x11", "kwin-x11"),
+    "marco": ("marco --no-composite", "marco mate-settings-daemon-common"),
+    "metacity": ("metacity --no-composite", "metacity"),
+    "icewm": ("icewm", "icewm"),
+    "weston": ("weston", "weston qt6-wayland"),
+    "weston-x": ("weston --xwayland", "weston xwayland"),
+}
+
 
 class Failure(Exception):
     """Something that should have happened has not, or the other way round."""
@@ -29,54 +43,43 @@ def check(holds, words):
         raise Failure(words)
 
 
-def awaited(condition, words, seconds=15.0):
+def awaited(condition, words, seconds=20.0):
     """What `condition` gives as soon as it gives something true; fails with `words` when that takes too long."""
     deadline = time.monotonic() + seconds
     while not (result := condition()):
         if time.monotonic() > deadline:
             raise Failure(f"{words}: not within {seconds:g} s")
-        time.sleep(0.01)
+        time.sleep(0.02)
     return result
 
 
-def settled(look):
-    """What `look` sees as soon as it stays the same for a while."""
-    last = None
-    while last != (now := look()):
-        last = now
-        time.sleep(0.15)
-    return now
-
-
 def own_network():
-    """Gives this thread and what it starts a network of their own, where nobody else has the port. Whether it could:
-    only root can."""
-    clone_newnet = 0x40000000
-    if ctypes.CDLL(None).unshare(clone_newnet) != 0:
-        return False
+    """Gives this thread and what it starts a network of their own, where nobody else has the port."""
+    new_user, new_net = 0x10000000, 0x40000000
+    user, group = os.getuid(), os.getgid()
+    libc = ctypes.CDLL(None, use_errno=True)
+    if libc.unshare(new_net if user == 0 else new_user | new_net) != 0:
+        raise Failure(f"no network of its own: {os.strerror(ctypes.get_errno())}")
+    if user != 0:
+        Path("/proc/self/setgroups").write_text("deny")
+        Path("/proc/self/uid_map").write_text(f"0 {user} 1")
+        Path("/proc/self/gid_map").write_text(f"0 {group} 1")
     subprocess.run(["ip", "link", "set", "lo", "up"], check=True)
-    return True
 
 
-def run(desks, steps, go_on=False):
-    """Does the steps in turn and tells how each went. The first that fails is the last, unless they are to go on. The
-    exit code of the whole."""
+def run(desks, steps):
+    """Does all the steps and tells how each went. The exit code of the whole."""
     began, failed = time.monotonic(), 0
     for step in steps:
-        name, started = step.__name__.replace("_", " "), time.monotonic()
+        started, outcome = time.monotonic(), "ok"
         try:
             step()
-            outcome = "ok"
         except Exception as failure:  # whatever went wrong, the others may still go well
-            outcome = f"FAILED: {failure or type(failure).__name__}"
-            failed += 1
+            outcome, failed = f"FAILED: {failure or type(failure).__name__}", failed + 1
             if not isinstance(failure, Failure):
                 traceback.print_exc()
-        print(f"{time.monotonic() - started:5.1f} s  {name}: {outcome}", flush=True)
-        if outcome != "ok":
             keep_pictures(desks, step.__name__)
-            if not go_on:
-                break
+        print(f"{time.monotonic() - started:5.1f} s  {step.__name__.replace('_', ' ')}: {outcome}", flush=True)
     print(f"{time.monotonic() - began:5.1f} s  in all, {failed} of {len(steps)} failed")
     return 1 if failed else 0
 
@@ -84,7 +87,7 @@ def run(desks, steps, go_on=False):
 def keep_pictures(desks, name):
     FAILURES.mkdir(exist_ok=True)
     for number, desk in enumerate(desks, 1):
-        path = FAILURES / f"{name}-{number}.png"
+        path = FAILURES / f"{name.replace(' ', '-')}-{number}.png"
         desk.keep_picture(path)
         print(f"         the screen is in {path}")
 
@@ -98,9 +101,6 @@ class Picture:
     def __eq__(self, other):
         return isinstance(other, Picture) and self.rows == other.rows
 
-    def __hash__(self):
-        return hash(tuple(self.rows))
-
     def part(self, x, y, width, height):
         return Picture([row[4 * x : 4 * (x + width)] for row in self.rows[y : y + height]])
 
@@ -108,37 +108,22 @@ class Picture:
         blue, green, red = self.rows[y][4 * x : 4 * x + 3]
         return red, green, blue
 
-    def colors(self):
-        """How often each colour is there: a dictionary by (red, green, blue)."""
-        count = {}
-        for y, row in enumerate(self.rows):
-            for x in range(len(row) // 4):
-                color = self.pixel(x, y)
-                count[color] = count.get(color, 0) + 1
-        return count
-
-    def differing(self, other):
-        """The smallest rectangle outside which the two are alike: left, top, width, height. None: all alike."""
-        rows = [y for y, (a, b) in enumerate(zip(self.rows, other.rows)) if a != b]
-        if not rows:
-            return None
-        columns = {x // 4 for y in rows for x, (a, b) in enumerate(zip(self.rows[y], other.rows[y])) if a != b}
-        return min(columns), rows[0], max(columns) - min(columns) + 1, rows[-1] - rows[0] + 1
-
 
 class Window:
-    """A window that is on the screen: its title, and the place and size of its inside in pixels."""
+    """A window on the screen: its title, and the place and size of its outline in pixels, without the frame that a
+    window manager draws, but with the frame that a program draws."""
 
     def __init__(self, desk, ident, title, x, y, width, height):
         self.desk, self.ident, self.title = desk, ident, title
         self.x, self.y, self.width, self.height = x, y, width, height
 
     def inside(self, width, height):
-        """The inside of a window that draws its own frame, when it has that size; None when it hasn't."""
-        frame = (self.width - width) // 2
-        if not 0 <= frame < 5 or (self.width, self.height) != (width + 2 * frame, height + 2 * frame):
+        """The window less a frame of the program's own: as thick below as at the sides, and a title bar above. None if
+        that does not leave the size."""
+        frame, title_bar = (self.width - width) // 2, self.height - height - (self.width - width) // 2
+        if not 0 <= frame <= 40 or not frame <= title_bar <= frame + 40 or self.width != width + 2 * frame:
             return None
-        return Window(self.desk, self.ident, self.title, self.x + frame, self.y + frame, width, height)
+        return Window(self.desk, self.ident, self.title, self.x + frame, self.y + title_bar, width, height)
 
     def at(self, left, top, width=0, height=0):
         """The place on the screen of a control's middle; the control's place and size are twips, as in the layout."""
@@ -147,19 +132,19 @@ class Window:
     def click(self, *control, button=1):
         self.desk.click(*self.at(*control), button=button)
 
-    def move(self, x, y):
-        """Puts the upper left corner of its inside there, more or less."""
-        self.desk.act("windowmove", "--sync", self.ident, x, y)
-
-    def activate(self):
-        if self.desk.active() != int(self.ident, 16):
-            self.desk.act("windowactivate", "--sync", self.ident)
+    def wholly_on_the_screen(self):
+        return (self.x >= 0 and self.y >= 0 and self.x + self.width <= self.desk.width
+                and self.y + self.height <= self.desk.height)
 
     def picture(self):
         return self.desk.picture(self.x, self.y, self.width, self.height)
 
-    def stays_on_top(self):
-        return "_NET_WM_STATE_ABOVE" in self.desk.output("xprop", "-id", self.ident, "_NET_WM_STATE")
+    def move(self, x, y):
+        """Puts it there, more or less, as a program can."""
+        self.desk.act("windowmove", "--sync", self.ident, x, y)
+
+    def activate(self):
+        self.desk.act("windowactivate", "--sync", self.ident)
 
 
 class Desk:
@@ -167,8 +152,12 @@ class Desk:
 
     TREE_LINE = re.compile(
         r'^\s+(0x[0-9a-f]+) (?:"(.*)"|\(has no name\)): \(.*\)\s+(\d+)x(\d+)\+-?\d+\+-?\d+\s+\+(-?\d+)\+(-?\d+)$', re.M)
+    VIEW = re.compile(  # Weston says no title of a small window of its X server
+        r"PID [1-9]\d*, surface ID (\d+), (?:top-level window '(.*)'|\[no description available\]).*\n"
+        r"\s+position: \((.*), (.*)\) -> \((.*), (.*)\)")
 
-    def __init__(self):
+    def __init__(self, desktop="openbox", width=1280, height=800, **environment):
+        self.desktop, self.width, self.height = desktop, width, height
         self.folder = Path(tempfile.mkdtemp(prefix="morva-e2e-"))
         self.programs = []
         self.environment = {
@@ -176,12 +165,23 @@ class Desk:
             "HOME": str(self.folder),
             "XDG_RUNTIME_DIR": str(self.folder),
             "LANG": "C.UTF-8",
+            "KWIN_COMPOSE": "N",
             **{name: value for name, value in os.environ.items() if name.endswith("SAN_OPTIONS")},
+            **environment,
         }
+        self.inside = dict(self.environment)  # what the programs on the desktop see
+        self.on_wayland = desktop.startswith("weston")
 
     def __enter__(self):
         try:
-            self._start()
+            self._start_screen()
+            if self.on_wayland:
+                self._start_weston()
+            elif self.desktop != "none":
+                self.start("dbus-run-session", "--", *DESKTOPS[self.desktop][0].split())
+                awaited(lambda: "window id" in self.output("xprop", "-root", "_NET_SUPPORTING_WM_CHECK"),
+                        f"the window manager {self.desktop}")
+            self.furniture = len(self.programs)
         except BaseException:
             self.__exit__()
             raise
@@ -191,35 +191,51 @@ class Desk:
         self.end(*reversed(self.programs))
         shutil.rmtree(self.folder, ignore_errors=True)
 
-    def _start(self):
+    def _start_screen(self):
         reader, writer = os.pipe()
-        self.start("Xvfb", "-displayfd", writer, "-screen", "0", "1600x1000x24", "-fbdir", self.folder, "-noreset",
-                   "-nolisten", "tcp", pass_fds=[writer])
+        self.start("Xvfb", "-displayfd", writer, "-screen", "0", f"{self.width}x{self.height}x24", "-fbdir",
+                   self.folder, "-noreset", "-nolisten", "tcp", pass_fds=[writer])
         os.close(writer)
         with os.fdopen(reader) as display:
             number = display.readline().strip()
         check(number, "the screen has not started")
-        self.environment["DISPLAY"] = ":" + number
+        self.environment["DISPLAY"] = self.inside["DISPLAY"] = ":" + number
         with open(self.folder / "Xvfb_screen0", "rb") as file:
             self.screen = mmap.mmap(file.fileno(), 0, prot=mmap.PROT_READ)
         # The file is a window dump: a header of big-endian numbers, the colours, the pixels.
         header = struct.unpack(">25I", self.screen[:100])
-        self.width, self.height, self.bytes_a_line = header[4], header[5], header[12]
+        self.bytes_a_line = header[12]
         self.first_pixel = header[0] + 12 * header[19]
-        self.start("openbox", "--sm-disable")
-        awaited(lambda: "window id" in self.output("xprop", "-root", "_NET_SUPPORTING_WM_CHECK"), "a window manager")
+
+    def _start_weston(self):
+        """Weston in a window that fills the screen, so that mouse, keys and pictures go by way of the screen here too."""
+        settings = self.folder / "weston.ini"
+        settings.write_text("[shell]\npanel-position=none\nlocking=false\n")
+        log = self.folder / "weston.log"
+        with open(log, "wb") as complaints:
+            self.start(*DESKTOPS[self.desktop][0].split(), "--backend=x11-backend.so", "--use-pixman", "--debug",
+                       f"--width={self.width}", f"--height={self.height}", f"--config={settings}", "--socket=wayland",
+                       stderr=complaints)
+        self.inside |= {"WAYLAND_DISPLAY": "wayland", "XDG_SESSION_TYPE": "wayland"}
+        del self.inside["DISPLAY"]
+        awaited(lambda: "background for output" in self._scene(), "Weston")
+        server = re.search(r"xserver listening on display (:\d+)", log.read_text())
+        if server:
+            self.inside["DISPLAY"] = server[1]
+        self.act("mousemove", 1, 1, "mousemove", 2, 2)  # it does not know where the pointer is until it moves
 
     def start(self, *command, stderr=subprocess.DEVNULL, **more):
         """Starts a program that is ended together with the desk."""
-        program = subprocess.Popen([str(word) for word in command], env=self.environment, stdin=subprocess.DEVNULL,
-                                   stdout=subprocess.DEVNULL, stderr=stderr, **more)
+        program = subprocess.Popen([str(word) for word in command], env=getattr(self, "inside", self.environment)
+                                   if "DISPLAY" in self.environment else self.environment,
+                                   stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL, stderr=stderr, **more)
         self.programs.append(program)
         return program
 
     def clear(self):
-        """Ends what stands on the desk; the screen stays."""
-        self.end(*self.programs[2:])
-        del self.programs[2:]
+        """Ends what stands on the desk; the desktop stays."""
+        self.end(*self.programs[self.furniture :])
+        del self.programs[self.furniture :]
 
     @staticmethod
     def end(*programs):
@@ -231,26 +247,29 @@ class Desk:
                 program.kill()
                 program.wait()
 
-    def output(self, *command):
+    def output(self, *command, inside=False):
         """What a command says of the screen."""
-        command = [str(word) for word in command]
         while True:
-            done = subprocess.run(command, env=self.environment, text=True, capture_output=True)
+            done = subprocess.run([str(word) for word in command], text=True, capture_output=True,
+                                  env=self.inside if inside else self.environment)
             # A window can go while the command looks at it.
             if "BadWindow" not in done.stderr and "X Error" not in done.stderr:
                 return done.stdout
 
+    def _scene(self):
+        return self.output("weston-debug", "scene-graph", inside=True)
+
     def windows(self, program):
         """A program's windows on the screen, as far as they have a name. Menus have none."""
+        if self.on_wayland:  # where no other program has windows
+            found = self.VIEW.findall(self._scene())
+            return [Window(self, ident, title, int(x), int(y), int(right) - int(x), int(bottom) - int(y))
+                    for ident, title, x, y, right, bottom in found]
         found = self.output("xdotool", "search", "--all", "--onlyvisible", "--pid", program.pid)
         visible = {int(ident) for ident in found.split()}
         tree = self.output("xwininfo", "-root", "-tree")
         return [Window(self, ident, title, int(x), int(y), int(width), int(height))
                 for ident, title, width, height, x, y in self.TREE_LINE.findall(tree) if int(ident, 16) in visible]
-
-    def active(self):
-        """The number of the window that has the keys."""
-        return int(self.output("xdotool", "getactivewindow") or 0)
 
     def act(self, *words):
         """Mouse and keys, in the words of xdotool."""
@@ -266,6 +285,12 @@ class Desk:
     def drag(self, start, end):
         self.act("mousemove", *start, "mousedown", 1, "mousemove", *end, "mouseup", 1)
 
+    def drag_slowly(self, start, by):
+        """Drags something that the desktop itself moves: it wants to see the pointer on its way."""
+        steps = [["mousemove", int(start[0] + by[0] * n / 8), int(start[1] + by[1] * n / 8), "sleep", 0.02]
+                 for n in range(9)]
+        self.act(*steps[0], "mousedown", 1, *[word for step in steps for word in step], "mouseup", 1)
+
     def keys(self, *keys):
         self.act("key", "--delay", 5, *keys)
 
@@ -280,8 +305,8 @@ class Desk:
         subprocess.run(["import", "-window", "root", path], env=self.environment, check=True)
 
     def picture(self, x=0, y=0, width=None, height=None):
-        width, height = width or self.width, height or self.height
-        check(x >= 0 and y >= 0 and x + width <= self.width and y + height <= self.height, "a look beside the screen")
-        start = self.first_pixel + y * self.bytes_a_line + 4 * x
-        lines = range(start, start + height * self.bytes_a_line, self.bytes_a_line)
-        return Picture([self.screen[line : line + 4 * width] for line in lines])
+        """What that part of the screen shows, as far as it is on the screen."""
+        right, bottom = min(x + (width or self.width), self.width), min(y + (height or self.height), self.height)
+        x, y = max(x, 0), max(y, 0)
+        lines = [self.first_pixel + row * self.bytes_a_line for row in range(y, bottom)]
+        return Picture([self.screen[line + 4 * x : line + 4 * right] for line in lines])

@@ -14,25 +14,21 @@ PORT = 2948
 # Insides of windows, pixels.
 START_PICTURE = 300, 200
 CHANGE_DIALOG = 231, 130
-AUTHOR_WINDOW = 379, 193
 SQUARE = 56
 BOARD = 8 * SQUARE
 MAIN_HEIGHT = 539  # without the menu bar
-LOG = 0, 448, 448, 73  # within the main window below the menu bar
-LOG_TEXT = 2, 450, 420, 69  # the same without its frame and scroll bar
+TOOL_WIDTH, TOOL_HEIGHT = 216, 238
+LOG_TEXT = 2, 450, 420, 69  # within the main window below the menu bar, without frame and scroll bar
 
 # Controls, twips: left, top, width, height.
 RDO_HOST, RDO_GUEST = (360, 480, 735, 255), (1440, 480, 735, 255)
 TXT_NICK, TXT_HOST = (720, 1200, 1815, 285), (720, 1680, 1815, 285)
 CMD_GO = 2655, 210, 1155, 420
 CMD_CANCEL = 3390, 510, 1080, 345
-CMD_OK, CMD_TRASH = (2520, 120, 855, 495), (2520, 1320, 855, 495)
-RDO_BISHOP, CLR_BLACK = (240, 720, 855, 255), (1440, 1200, 735, 255)
 LBL_TIME, LBL_NICK, LBL_OP_NICK = (0, 0, 3240, 465), (480, 480, 600, 375), (480, 1080, 600, 375)
+LST_HIST = 0, 1560, 3240, 2010
 
 CHESS = "fhgjighf" + "eeeeeeee" + 32 * "." + "oooooooo" + "prqtsqrp"
-CHECKERS = ".k.k.k.k" "k.k.k.k." ".k.k.k.k" + 16 * "." + "u.u.u.u." ".u.u.u.u" "u.u.u.u."
-EMPTY = 64 * "."
 
 
 def pieces(line):
@@ -56,23 +52,18 @@ class Player:
         return self.desk.windows(self.process)
 
     def find(self, wanted):
-        """The window with that title, or with that size when it has no title; None when it isn't there."""
+        """The window with that title, or with that inside when it has no title; None when it isn't there."""
         for window in self.windows():
             found = window if window.title == wanted else isinstance(wanted, tuple) and window.inside(*wanted)
             if found:
                 return found
         return None
 
-    def window(self, wanted, seconds=15.0):
+    def window(self, wanted, seconds=20.0):
         return awaited(lambda: self.find(wanted), f"{self.nick}'s window {wanted}", seconds)
 
     def gone(self, wanted):
         awaited(lambda: not self.find(wanted), f"{self.nick}'s window {wanted} closes")
-
-    def title(self):
-        """What the main window's title says behind "Morva - ", and nothing before there is one."""
-        titles = [window.title for window in self.windows() if window.title.startswith("Morva - ")]
-        return titles[0].removeprefix("Morva - ") if titles else ""
 
     def ended(self):
         awaited(lambda: self.process.poll() is not None, f"{self.nick}'s program ends")
@@ -83,15 +74,12 @@ class Player:
     # Before the game.
 
     def welcome(self):
-        """Clicks the picture away."""
+        """Clicks the picture away. The inside of the welcome dialog, as a guest sees it."""
         self.window(START_PICTURE).click(100, 100)
-        welcome = self.window("Morva")
         self.gone(START_PICTURE)
-        welcome.activate()
-        return welcome
+        return awaited(lambda: (found := self.find("Morva")) and found.inside(261, 142), f"{self.nick}'s welcome")
 
     def fill(self, welcome, control, text):
-        welcome.activate()
         welcome.click(*control)
         self.desk.keys("ctrl+a")
         self.desk.type(text)
@@ -99,6 +87,7 @@ class Player:
     def listen(self):
         welcome = self.welcome()
         welcome.click(*RDO_HOST)
+        awaited(lambda: self.find("Morva").inside(261, 111), "as a host one has no row for the host's address")
         self.fill(welcome, TXT_NICK, self.nick)
         self.desk.keys("Return")
 
@@ -106,109 +95,111 @@ class Player:
         self.listen()
         return self.window("Hosting game")
 
-    def join(self, address):
+    def join(self, address="127.0.0.1"):
         welcome = self.welcome()
         self.fill(welcome, TXT_NICK, self.nick)
         self.fill(welcome, TXT_HOST, address)
         self.desk.keys("Return")
 
+    def table_opens(self):
+        """Waits for the game's two windows to stand beside each other, as far as the desktop lets them."""
+
+        def stand():
+            before = self.look() and (self.main, self.tool)
+            return before and self.look() and all(
+                (a.x, a.y) == (b.x, b.y) for a, b in zip(before, (self.main, self.tool)))
+
+        awaited(stand, f"{self.nick}'s table")
+
     def sit_down(self, x, y):
         """Waits for the game to begin, and puts its two windows there."""
-        awaited(self._centred, f"{self.nick}'s two windows stand side by side in the middle")
+        self.table_opens()
         self.main.move(x, y)
         self.tool.move(x + BOARD + 12, y)
-        awaited(lambda: self._look() and self.main.x - x in range(10) and self.tool.x - x - BOARD in range(30)
+        awaited(lambda: self.look() and self.main.x - x in range(10) and self.tool.x - x - BOARD in range(30)
                 and self.main.y == self.tool.y, f"{self.nick}'s two windows in their places")
 
-    def _look(self):
-        self.main, self.tool = self.find(f"Morva - {self.nick}"), self.find(self.nick)
+    def look(self):
+        """Finds the game's two windows anew: they may have been moved."""
+        self.main = self.find(f"Morva - {self.nick}")
+        self.tool = self.find(self.nick) or self.find((TOOL_WIDTH, TOOL_HEIGHT))
         return self.main and self.tool
-
-    def _centred(self):
-        return (self._look() and self.main.y == self.tool.y and self.tool.x - self.main.x - BOARD in range(10)
-                and abs((self.main.x + self.tool.x + self.tool.width) - self.desk.width) < 10)
 
     # At the board.
 
+    def corner(self):
+        """The upper left corner of the board on the screen."""
+        frame = (self.main.width - BOARD) // 2
+        return self.main.x + frame, self.main.y + self.main.height - frame - MAIN_HEIGHT
+
     def square(self, index):
         """The middle of a square on the screen."""
-        return (self.main.x + SQUARE * (index % 8) + SQUARE // 2,
-                self.main.y + self.bar + SQUARE * (index // 8) + SQUARE // 2)
-
-    @property
-    def bar(self):
-        return self.main.height - MAIN_HEIGHT
+        x, y = self.corner()
+        return x + SQUARE * (index % 8) + SQUARE // 2, y + SQUARE * (index // 8) + SQUARE // 2
 
     def drag(self, start, end):
-        self.main.activate()
         self.desk.drag(self.square(start), self.square(end))
 
-    def move(self, start, end):
-        """Drags a piece and waits to see it leave. Where the pointer goes on before, a busy screen lets the button go
-        there."""
-        x, y = self.square(start)
-
-        def look():
-            return self.desk.picture(x - 24, y - 24, 48, 48)
-
-        before = look()
-        self.drag(start, end)
-        awaited(lambda: look() != before, f"{self.nick}'s piece leaves {start}")
-
     def below_bar(self, x, y, width, height):
-        return self.desk.picture(self.main.x + x, self.main.y + self.bar + y, width, height)
+        left, top = self.corner()
+        return self.desk.picture(left + x, top + y, width, height)
 
     def board(self):
         return self.below_bar(0, 0, BOARD, BOARD)
 
     def square_picture(self, index):
-        return self.board().part(SQUARE * (index % 8), SQUARE * (index // 8), SQUARE, SQUARE)
+        """The middle of a square, where neither the mark of a drag nor a frame for the keys is seen."""
+        x, y = SQUARE * (index % 8) + 12, SQUARE * (index // 8) + 10
+        return self.below_bar(x, y, SQUARE - 24, SQUARE - 20)
 
-    def history(self):
-        return self.tool.picture().part(0, 104, 216, 134)
+    def log(self):
+        return self.below_bar(*LOG_TEXT)
 
-    def clock(self):
-        return self.tool.picture().part(0, 0, 216, 31)
+    def tool_inside(self):
+        """The tool window without a frame of its own; it may have been widened."""
+        frame = (self.main.width - BOARD) // 2
+        return self.tool.inside(self.tool.width - 2 * frame, TOOL_HEIGHT)
 
     def has_turn(self):
         """Whether the own nick is shown in red."""
-        nick = self.tool.picture().part(32, 32, 180, 25)
-        return any(red > 200 and green < 80 and blue < 80 for red, green, blue in nick.colors())
+        nick = self.tool_inside().picture().part(32, 32, 180, 25)
+        return any(red > 200 and green < 80 and blue < 80
+                   for row in nick.rows for blue, green, red, _ in zip(*[iter(row)] * 4))
 
-    # Keys, menus, talk and files.
+    # Keys, talk and files. What is typed goes wherever the keys go.
 
     def keys(self, *keys):
-        self.main.activate()
         self.desk.keys(*keys)
 
     def say(self, text):
-        self.main.activate()
         self.desk.enter(text)
 
     def answer(self, title, *keys):
-        """Answers a box by its keys."""
-        box = self.window(title)
-        box.activate()
-        self.desk.keys(*keys)
-        awaited(lambda: box.ident not in [window.ident for window in self.windows()], f"{self.nick}'s {title} closes")
-        return box
+        """Answers a box by its keys. A box that has just come takes none for a moment."""
+        self.window(title)
+
+        def answered():
+            self.desk.keys(*keys)
+            return any(not self.find(title) for _ in range(10))
+
+        awaited(answered, f"{self.nick}'s {title} takes {keys}")
 
     def name_file(self, title, path):
-        self.window(title).activate()
+        self.window(title)
         self.desk.keys("ctrl+a")
         self.desk.enter(path)
         self.gone(title)
+
+    def game_file(self, name):
+        line = awaited(lambda: self._text(name), f"the file {name}")
+        check(len(line) == 66 and line.endswith("\r\n"), f"{name} holds {line!r}")
+        return pieces(line[:64])
 
     def saved(self, name):
         """The pieces of the game, saved by this player."""
         self.keys("F2")
         self.name_file("Save Game as", self.folder / name)
         return self.game_file(name)
-
-    def game_file(self, name):
-        line = awaited(lambda: self._text(name), f"the file {name}")
-        check(len(line) == 66 and line.endswith("\r\n"), f"{name} holds {line!r}")
-        return pieces(line[:64])
 
     def saved_chat(self, name):
         self.keys("alt+g", "v")
@@ -218,38 +209,3 @@ class Player:
     def _text(self, name):
         path = self.folder / name
         return path.exists() and path.read_bytes().decode()
-
-
-class Eyes:
-    """Read a board off the screen, once they have been told what each piece looks like."""
-
-    LIKENESS = 25  # pixels of a square that may differ, of about 2600
-
-    def __init__(self):
-        self.known = {}
-
-    def learn(self, player, letters):
-        """Takes the first square of each letter as its looks; "." is an empty square."""
-        board = player.board()
-        for index, letter in enumerate(letters):
-            self.known.setdefault(letter, self._looks(board, index))
-
-    def read(self, player):
-        """64 letters, as in a game file; "." for an empty square and "?" for anything else."""
-        board = player.board()
-        return "".join(self._letter(self._looks(board, index)) for index in range(64))
-
-    def _letter(self, looks):
-        distance = {letter: (looks ^ known).bit_count() for letter, known in self.known.items()}
-        nearest = min(distance, key=distance.get)
-        return nearest if distance[nearest] <= self.LIKENESS else "?"
-
-    def _looks(self, board, index):
-        """Two bits a pixel: darker than half the square's own colour, lighter than half way from it to white. The
-        upper left corner, where a button can lie, is left out."""
-        x, y = SQUARE * (index % 8) + 2, SQUARE * (index // 8) + 2
-        inside = board.part(x, y, SQUARE - 4, SQUARE - 4)
-        ground = inside.pixel(51, 51)[1]
-        classes = bytes(1 if v < ground / 2 else 2 if v > (ground + 255) / 2 else 0 for v in range(256))
-        greens = [row[1::4].translate(classes) for row in inside.rows]
-        return int.from_bytes(b"".join(row[20:] if y < 20 else row for y, row in enumerate(greens)), "big")

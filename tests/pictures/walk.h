@@ -165,7 +165,7 @@ class Walk : public GameTest {
   }
 
   void Menus() {
-    for (QMenu* menu : frmChess->Native()->findChildren<QMenu*>()) {
+    for (QMenu* menu : frmChess->Native()->findChildren<QMenu*>(Qt::FindDirectChildrenOnly)) {
       if (menu->title().isEmpty()) continue;  // the menu bar's own, where it is too narrow
       menu->popup(frmChess->Native()->pos());
       look_("menu-" + menu->title().remove('&').section(' ', 0, 0).toLower().toStdString(), *menu);

@@ -103,10 +103,10 @@ TEST_F(Table, TheWindowsStandSideBySideOnceAndTakeTheNick) {
   frmChess->Left = 150;
   tools.Left = 9000;
   tools.mnuAlways.Checked = false;
-  tools.SetFocus();
-  ASSERT_TRUE(QTest::qWaitForWindowActive(tools.Native()));
-  frmChess->SetFocus();
-  ASSERT_TRUE(QTest::qWaitForWindowActive(frmChess->Native()));
+  for (Form* form : {static_cast<Form*>(&tools), static_cast<Form*>(&*frmChess)}) {
+    form->SetFocus();
+    ASSERT_TRUE(Await([form] { return QApplication::activeWindow() == form->Native(); }));
+  }
   EXPECT_TRUE(frmChess->Left() == 150 && tools.Left() == 9000 && !tools.frmext.ontop());
 }
 

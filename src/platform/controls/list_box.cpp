@@ -1,6 +1,7 @@
 #include "platform/controls/list_box.h"
 
 #include <QAbstractListModel>
+#include <QKeyEvent>
 #include <QListView>
 
 #include "platform/controls/native.h"
@@ -39,8 +40,20 @@ class ListBox::Model : public QAbstractListModel {
   int shown_ = 0;
 };
 
+// Letters are not for the list: the window may have a line for them.
+class ListBox::View : public QListView {
+ protected:
+  void keyPressEvent(QKeyEvent* event) override {
+    if (event->text().isEmpty()) {
+      QListView::keyPressEvent(event);
+    } else {
+      event->ignore();
+    }
+  }
+};
+
 ListBox::ListBox()
-    : Control(std::make_unique<QListView>()),
+    : Control(std::make_unique<View>()),
       ListIndex(-1, [this] { later_.Request(); }),
       model_(std::make_unique<Model>(items_)),
       later_([this] { Show(); }) {

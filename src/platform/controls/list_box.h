@@ -30,6 +30,7 @@ class ListBox : public Control {
     std::int32_t data = 0;
   };
   class Model;
+  class View;
   std::vector<Item> items_;
   std::unique_ptr<Model> model_;
   ShownLater later_;

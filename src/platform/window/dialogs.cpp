@@ -38,12 +38,21 @@ QString StartFolder(const std::string& wanted) {
 
 // A box belongs to the window that the user works in, and where that is another program's, to our main one.
 QWidget* Parent() {
-  if (QWidget* active = QApplication::activeWindow()) return active;
+  QWidget* active = QApplication::activeWindow();
+  if (active != nullptr && active->windowType() == Qt::Tool) active = active->parentWidget();
+  if (active != nullptr) return active;
   const QWidgetList windows = QApplication::topLevelWidgets();
   const auto ours = std::find_if(windows.begin(), windows.end(), [](const QWidget* window) {
     return NativeWindow::Of(window) != nullptr && window->isVisible() && window->windowType() == Qt::Window;
   });
   return ours == windows.end() ? nullptr : *ours;
+}
+
+// Shows it until it is answered. Not every window manager gives the keys back to the window that had them.
+int Answer(QDialog& box) {
+  const int answer = box.exec();
+  if (QWidget* parent = box.parentWidget()) parent->activateWindow();
+  return answer;
 }
 
 bool Ask(CommonDialog& settings, QFileDialog::AcceptMode mode) {
@@ -58,11 +67,9 @@ bool Ask(CommonDialog& settings, QFileDialog::AcceptMode mode) {
   }
   QStringList chosen;
   do {
-    chosen = dialog.exec() == QDialog::Accepted ? dialog.selectedFiles() : QStringList();
+    chosen = Answer(dialog) == QDialog::Accepted ? dialog.selectedFiles() : QStringList();
     // A pattern asks for a name; it is none.
   } while (!chosen.isEmpty() && chosen.front().contains('*'));
-  // Where the question about overwriting goes together with the dialog, the window manager may choose another window.
-  if (QWidget* parent = dialog.parentWidget()) parent->activateWindow();
   if (chosen.isEmpty()) return false;
   settings.FileName = StdText(chosen.front());
   return true;
@@ -84,7 +91,7 @@ MsgBoxResult MsgBox(const std::string& text, const std::string& title, MsgBoxBut
   // Wide enough for its title.
   auto* grid = qobject_cast<QGridLayout*>(box.layout());
   grid->addItem(new QSpacerItem(kNarrowestBox, 0), grid->rowCount(), 0, 1, grid->columnCount());
-  switch (box.exec()) {
+  switch (Answer(box)) {
     case QMessageBox::Yes:
       return MsgBoxResult::kYes;
     case QMessageBox::No:

@@ -69,6 +69,10 @@ Form::~Form() {
   native_->hide();
 }
 
+void Form::BelongTo(Form& owner) { native_->BelongTo(*owner.native_); }
+
+void Form::TypeInto(Control& line) { native_->text_line = line.Native(); }
+
 void Form::Show() {
   native_->SetShown(true);
   if (!native_->isVisible() || native_->testAttribute(Qt::WA_ShowWithoutActivating)) return;

@@ -41,6 +41,11 @@ class Form : public FormEvents {
   Property<Color> BackColor;
   std::string Tag;
 
+  /// Makes it a window of the other, which it then stays in front of. To be called before it is shown.
+  void BelongTo(Form& owner);
+  /// What is typed where no control of this window takes it goes to that line, which gets the focus. The line may stand
+  /// on another window, which then becomes the one that the user works in.
+  void TypeInto(Control& line);
   void Show();
   void Hide();
   /// Makes it the window that the user works in, unless the user works in another program.

@@ -55,6 +55,22 @@ bool OnAnyScreen(const QRect& place) {
                      [&](const QScreen* screen) { return screen->geometry().intersects(place); });
 }
 
+// Whether the key changes or ends a line of text, and would not move about in a list or on a board.
+bool IsTyping(const QKeyEvent& event) {
+  switch (event.key()) {
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+    case Qt::Key_Backspace:
+    case Qt::Key_Delete:
+      return true;
+    default:
+      break;
+  }
+  if (event.matches(QKeySequence::Paste)) return true;
+  const bool command = (event.modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier)) != 0;
+  return !command && !event.text().isEmpty() && event.text().front().isPrint();
+}
+
 void ActivateEnabledForm() {
   const QWidgetList windows = QApplication::topLevelWidgets();
   for (QWidget* window : windows) {
@@ -75,6 +91,12 @@ NativeWindow::NativeWindow(FormEvents& events, const FormStyle& style)
   if (style.round) setAttribute(Qt::WA_ShowWithoutActivating);
   activation_.setSingleShot(true);
   connect(&activation_, &QTimer::timeout, [this] { Activated(); });
+}
+
+NativeWindow::~NativeWindow() {
+  // The windows that belong to this one are their own owners.
+  const auto windows = findChildren<NativeWindow*>(Qt::FindDirectChildrenOnly);
+  for (NativeWindow* window : windows) window->setParent(nullptr);
 }
 
 NativeWindow* NativeWindow::Of(const QWidget* widget) {
@@ -121,6 +143,8 @@ void NativeWindow::SetShown(bool shown) {
   if (shown) CentreOnce();
   ShowWhereSeen();
 }
+
+void NativeWindow::BelongTo(NativeWindow& owner) { setParent(&owner, windowFlags()); }
 
 void NativeWindow::SetTabOrder(std::vector<QWidget*> order) {
   tab_order_ = std::move(order);
@@ -196,9 +220,19 @@ void NativeWindow::keyPressEvent(QKeyEvent* event) {
   }
   if (pressed != nullptr) {
     pressed->click();
-  } else {
+  } else if (!PassToTextLine(*event)) {
     QWidget::keyPressEvent(event);
   }
+}
+
+bool NativeWindow::PassToTextLine(const QKeyEvent& event) const {
+  if (text_line.isNull() || focusWidget() == text_line || !IsTyping(event)) return false;
+  if (const NativeWindow* home = Of(text_line); home != this && home->takes_input) text_line->activateWindow();
+  text_line->setFocus();
+  QKeyEvent copy(event.type(), event.key(), event.modifiers(), event.text(), event.isAutoRepeat(),
+                 static_cast<ushort>(event.count()));
+  QApplication::sendEvent(text_line, &copy);
+  return true;
 }
 
 int NativeWindow::Edge() const { return style_.frame == FormStyle::Frame::kFixed && !style_.title_bar ? kOwnFrame : 0; }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QPixmap>
+#include <QPointer>
 #include <QTimer>
 #include <QWidget>
 #include <vector>
@@ -19,6 +20,7 @@ namespace morva {
 class NativeWindow : public QWidget {
  public:
   NativeWindow(FormEvents& events, const FormStyle& style);
+  ~NativeWindow() override;
 
   /// The form's window that the widget stands on; none for the toolkit's own windows (menus, boxes).
   static NativeWindow* Of(const QWidget* widget);
@@ -34,6 +36,8 @@ class NativeWindow : public QWidget {
   /// Shows it, unless it stands off every screen, or hides it.
   void SetShown(bool shown);
 
+  /// Makes it a window of the other: it stays in front of it.
+  void BelongTo(NativeWindow& owner);
   void SetTabOrder(std::vector<QWidget*> order);
   void SetBackground(const QPixmap& picture);
 
@@ -42,6 +46,7 @@ class NativeWindow : public QWidget {
   bool loading = true;  ///< no event tells of a new size yet
   QPushButton* default_button = nullptr;
   QPushButton* cancel_button = nullptr;
+  QPointer<QWidget> text_line;  ///< gets what is typed where no control takes it
 
   bool event(QEvent* event) override;
   bool eventFilter(QObject* client, QEvent* event) override;
@@ -63,6 +68,7 @@ class NativeWindow : public QWidget {
   void FocusFirstStop() const;
   void Activated();
   bool ClientMouse(const QMouseEvent& event);
+  bool PassToTextLine(const QKeyEvent& event) const;
   void PaintClient();
 
   FormEvents& events_;
