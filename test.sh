@@ -30,6 +30,8 @@ export UBSAN_OPTIONS="print_stacktrace=1"
 export PULSE_SERVER="unix:/nonexistent"
 export XDG_RUNTIME_DIR="${XDG_RUNTIME_DIR:-$(mktemp -d)}"
 ctest --test-dir "$folder" --output-on-failure
+echo "== tests/installed.py"
+python3 tests/installed.py "$folder"
 for play in play faults; do
   echo "== tests/e2e/$play.py"
   MORVA="$folder/morva" python3 "tests/e2e/$play.py"

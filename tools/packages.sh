@@ -21,4 +21,5 @@ need() {
 build_packages=(g++ cmake ninja-build qt6-base-dev qt6-multimedia-dev)
 run_packages=(fonts-liberation)
 screen_packages=(xvfb openbox xdotool x11-utils imagemagick python3 iproute2)
-test_packages=(libgtest-dev pulseaudio)
+test_packages=(libgtest-dev pulseaudio desktop-file-utils appstream mandoc)
+package_packages=(debhelper dpkg-dev lintian)

@@ -4,6 +4,7 @@
 
 #include <QApplication>
 #include <QSettings>
+#include <cstdio>
 #include <cstdlib>
 
 #include "platform/drawing/fonts.h"
@@ -28,6 +29,13 @@ namespace {
 
 constexpr int kLargeBlock = 128 * 1024;  // bytes
 
+// Without a display the toolkit would speak of its plug-ins and abort.
+void SayThatThereIsNoDisplay(QtMsgType type, const QMessageLogContext&, const QString&) {
+  if (type != QtFatalMsg) return;
+  std::fputs("morva: there is no display, X11 or Wayland, to open a window on\n", stderr);
+  std::_Exit(1);
+}
+
 }  // namespace
 
 class Application::Impl {
@@ -43,10 +51,13 @@ Application::Application(int& argc, char** argv) {
   // Pictures are drawn by way of large images that live for a moment: their memory goes back to the system at once.
   ::mallopt(M_MMAP_THRESHOLD, kLargeBlock);
   // Where a Wayland session lets no program place its windows, the X server beside it does.
-  if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "xcb;wayland");
+  const bool wayland = qEnvironmentVariableIsSet("WAYLAND_DISPLAY");
+  if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", wayland ? "xcb;wayland" : "xcb");
   QApplication::setStyle(new Style);
   InitStoredFiles();
+  qInstallMessageHandler(SayThatThereIsNoDisplay);
   impl_ = std::make_unique<Impl>(argc, argv);
+  qInstallMessageHandler(nullptr);
   QApplication::setApplicationName("morva");
   // The toolkit's file dialog would leave a settings file behind; this program remembers nothing.
   QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, "/dev/null");
