@@ -5,11 +5,14 @@
 #include <QStylePainter>
 
 #include "platform/controls/native.h"
+#include "platform/drawing/edge.h"
 #include "platform/system/qt_text.h"
 
 namespace morva {
 
 namespace {
+
+constexpr int kSmall = 20;  // pixels: a lower button has its focus ring at its very edge
 
 class WrappingButton : public QPushButton {
  protected:
@@ -24,6 +27,8 @@ class WrappingButton : public QPushButton {
     const int pushed = option.state.testFlag(QStyle::State_Sunken) ? 1 : 0;
     painter.drawText(rect().translated(pushed, pushed), Qt::AlignCenter | Qt::TextWordWrap | Qt::TextShowMnemonic,
                      caption);
+    const int margin = height() < kSmall ? 0 : 3;
+    if (hasFocus()) PaintFocusRing(painter, rect().adjusted(margin, margin, -margin, -margin), 1);
   }
 };
 

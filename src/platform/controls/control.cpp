@@ -73,6 +73,13 @@ Control::Control(std::unique_ptr<QWidget> widget)
       Height(0, [this] { Lay(); }),
       Visible(true, [this] { widget_->setVisible(Visible()); }),
       Enabled(true, [this] { widget_->setEnabled(Enabled()); }),
+      TabStop((widget->focusPolicy() & Qt::TabFocus) != 0,
+              [this] {
+                const bool by_click = (widget_->focusPolicy() & Qt::ClickFocus) != 0;
+                widget_->setFocusPolicy(TabStop()  ? by_click ? Qt::StrongFocus : Qt::TabFocus
+                                        : by_click ? Qt::ClickFocus
+                                                   : Qt::NoFocus);
+              }),
       ToolTipText({},
                   [this] {
                     widget_->setToolTip(TipText(ToolTipText()));
@@ -99,6 +106,8 @@ Control::~Control() {
 QWidget* Control::Native() const { return widget_.get(); }
 
 void Control::SetFocus() { widget_->setFocus(); }
+
+bool Control::HasFocus() const { return widget_->hasFocus(); }
 
 void Control::PlaceOn(QWidget* parent, double left, double top, double width, double height) {
   widget_->setParent(parent);

@@ -4,6 +4,7 @@
 #include <memory>
 #include <string>
 
+#include "platform/controls/keys.h"
 #include "platform/system/property.h"
 
 class QWidget;
@@ -30,18 +31,21 @@ class Control {
   Property<double> Left, Top, Width, Height;  ///< twips
   Property<bool> Visible;
   Property<bool> Enabled;             ///< False greys the control and stops the user's input
+  Property<bool> TabStop;             ///< whether Tab leads here; at first as usual for its kind
   Property<std::string> ToolTipText;  ///< also what a screen reader reads
   std::string Tag;                    ///< free text
   int Index = -1;                     ///< place in its control array
 
   std::function<void()> Click, GotFocus;
   MouseHandler MouseDown, MouseMove;  ///< X and Y in twips within the control
+  KeyHandler KeyDown;                 ///< while the control has the focus
   std::function<void(Control& Source, float X, float Y, DragState State)> DragOver;
   std::function<void(Control& Source, float X, float Y)> DragDrop;
 
   bool AutomaticDrag = false;  ///< a left press starts a drag of this control
 
   void SetFocus();
+  bool HasFocus() const;  ///< whether the keys go here
 
   QWidget* Native() const;
   /// Puts the control on a window, behind what was placed before. parent is the window's client area or a control.

@@ -1,9 +1,11 @@
 #include "platform/controls/label.h"
 
 #include <QLabel>
+#include <QPainter>
 #include <algorithm>
 
 #include "platform/controls/native.h"
+#include "platform/drawing/edge.h"
 #include "platform/drawing/fonts.h"
 #include "platform/drawing/qt_color.h"
 #include "platform/system/qt_text.h"
@@ -11,6 +13,8 @@
 namespace morva {
 
 namespace {
+
+constexpr int kFocusMargin = 4;  // pixels between the text and the ring that marks the focus
 
 // A label whose one line is set narrower where it would be cut off.
 class FittingLabel : public QLabel {
@@ -28,6 +32,14 @@ class FittingLabel : public QLabel {
 
  protected:
   void resizeEvent(QResizeEvent* /*event*/) override { Fit(wanted_); }
+  // The label can be much wider than its text, and than its window.
+  void paintEvent(QPaintEvent* event) override {
+    QLabel::paintEvent(event);
+    if (!hasFocus()) return;
+    const QRect ring(0, 0, fontMetrics().horizontalAdvance(text()) + 2 * kFocusMargin, height());
+    QPainter painter(this);
+    PaintFocusRing(painter, ring & visibleRegion().boundingRect(), 1);
+  }
 
  private:
   QFont wanted_ = ProgramFont();

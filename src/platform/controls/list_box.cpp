@@ -3,8 +3,10 @@
 #include <QAbstractListModel>
 #include <QKeyEvent>
 #include <QListView>
+#include <QPainter>
 
 #include "platform/controls/native.h"
+#include "platform/drawing/edge.h"
 #include "platform/system/qt_text.h"
 
 namespace morva {
@@ -49,6 +51,17 @@ class ListBox::View : public QListView {
     } else {
       event->ignore();
     }
+  }
+  void paintEvent(QPaintEvent* event) override {
+    QListView::paintEvent(event);
+    if (!hasFocus()) return;
+    QPainter painter(viewport());
+    PaintFocusRing(painter, viewport()->rect(), 2);
+  }
+  // Scrolling shifts what is painted already, and with it the ring.
+  void scrollContentsBy(int dx, int dy) override {
+    QListView::scrollContentsBy(dx, dy);
+    if (hasFocus()) viewport()->update();
   }
 };
 

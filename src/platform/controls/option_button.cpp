@@ -2,9 +2,13 @@
 
 #include <QButtonGroup>
 #include <QKeyEvent>
+#include <QPainter>
 #include <QRadioButton>
+#include <QStyle>
+#include <QStyleOptionButton>
 
 #include "platform/controls/native.h"
+#include "platform/drawing/edge.h"
 #include "platform/system/qt_text.h"
 
 namespace morva {
@@ -22,6 +26,15 @@ class GroupedButton : public QRadioButton {
   }
 
  protected:
+  void paintEvent(QPaintEvent* event) override {
+    QRadioButton::paintEvent(event);
+    if (!hasFocus()) return;
+    QStyleOptionButton option;
+    initStyleOption(&option);
+    QPainter painter(this);
+    PaintFocusRing(painter, style()->subElementRect(QStyle::SE_RadioButtonFocusRect, &option, this), 1);
+  }
+
   void keyPressEvent(QKeyEvent* event) override {
     const bool forward = event->key() == Qt::Key_Down || event->key() == Qt::Key_Right;
     if (!forward && event->key() != Qt::Key_Up && event->key() != Qt::Key_Left) {

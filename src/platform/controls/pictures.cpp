@@ -13,6 +13,8 @@ namespace morva {
 
 namespace {
 
+constexpr int kFocusRing = 3;  // pixels, each of its two lines
+
 // What a surface shows: its strokes, or a stored picture, inside its border.
 class Canvas : public QFrame {
  public:
@@ -44,6 +46,7 @@ class Canvas : public QFrame {
       }
       painter.drawPixmap(inside.topLeft(), picture_);
     }
+    if (hasFocus()) PaintFocusRing(painter, rect(), kFocusRing, QtColor(box_.FocusColor()));
   }
 
  private:
@@ -99,14 +102,18 @@ class RuleWidget : public QWidget {
 PictureBox::PictureBox(Border border)
     : Control(std::make_unique<Canvas>(*this, *this)),
       BackColor(kButtonFace, [this] { As<Canvas>(*this).Redraw(); }),
-      Picture({}, [this] {
-        auto& shown = As<Canvas>(*this);
-        shown.stored = StoredPicture(Picture());
-        const QSizeF size = shown.stored.deviceIndependentSize();
-        const int frame = 2 * shown.frameWidth();
-        Width = ToTwips(size.width() + frame);
-        Height = ToTwips(size.height() + frame);
-        shown.update();
+      Picture({},
+              [this] {
+                auto& shown = As<Canvas>(*this);
+                shown.stored = StoredPicture(Picture());
+                const QSizeF size = shown.stored.deviceIndependentSize();
+                const int frame = 2 * shown.frameWidth();
+                Width = ToTwips(size.width() + frame);
+                Height = ToTwips(size.height() + frame);
+                shown.update();
+              }),
+      FocusColor(kWhite, [this] {
+        if (HasFocus()) Native()->update();
       }) {
   auto& canvas = As<Canvas>(*this);
   if (border == Border::kSunken) {

@@ -14,6 +14,7 @@ class PictureBox : public Control, public Surface {
   explicit PictureBox(Border border = Border::kSunken);
   Property<Color> BackColor;
   Property<std::string> Picture;  ///< name of a stored picture; the control takes the picture's size
+  Property<Color> FocusColor;     ///< of the light one of the two lines that mark the focus
   void SetLayoutText(const std::string& text) override { Picture = text; }
 };
 

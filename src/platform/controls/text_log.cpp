@@ -1,6 +1,7 @@
 #include "platform/controls/text_log.h"
 
 #include <QPlainTextEdit>
+#include <QScrollBar>
 #include <algorithm>
 
 #include "platform/controls/native.h"
@@ -51,6 +52,11 @@ void TextLog::Append(const std::string& more) {
   Text.StoreMore(more);
   unshown_ += more;
   later_.Request();
+}
+
+void TextLog::ScrollPages(int pages) {
+  QScrollBar& bar = *As<QPlainTextEdit>(*this).verticalScrollBar();
+  bar.setValue(bar.value() + pages * bar.pageStep());
 }
 
 void TextLog::Show() {

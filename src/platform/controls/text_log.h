@@ -14,6 +14,8 @@ class TextLog : public Control {
   Property<int> SelStart;      ///< characters; the end brings the end of the text into view
   /// Adds at the end, in a time that does not grow with the text.
   void Append(const std::string& more);
+  /// Leafs by so many pages, back where it is negative.
+  void ScrollPages(int pages);
   void SetLayoutText(const std::string& text) override { Text = text; }
 
  protected:

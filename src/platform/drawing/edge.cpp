@@ -1,5 +1,6 @@
 #include "platform/drawing/edge.h"
 
+#include <QRegion>
 #include <array>
 
 namespace morva {
@@ -22,6 +23,14 @@ void PaintEdge(QPainter& painter, QRect place, Edge edge, const QPalette& palett
     place.adjust(1, 1, -1, -1);
   }
   painter.fillRect(place, palette.color(QPalette::Button));
+}
+
+void PaintFocusRing(QPainter& painter, QRect place, int width, const QColor& light) {
+  for (const QColor& color : {QColor(Qt::black), light}) {
+    const QRect inside = place.adjusted(width, width, -width, -width);
+    for (const QRect& line : QRegion(place) - inside) painter.fillRect(line, color);
+    place = inside;
+  }
 }
 
 }  // namespace morva

@@ -12,4 +12,8 @@ enum class Edge { kSunken, kRaised };
 /// those that everything is measured in: the toolkit's own panels stay two dots of the screen wide at every scale.
 void PaintEdge(QPainter& painter, QRect place, Edge edge, const QPalette& palette);
 
+/// Marks what has the focus: a ring of a black line and a light one within the rectangle, each so many pixels wide, so
+/// that it shows on every ground.
+void PaintFocusRing(QPainter& painter, QRect place, int width, const QColor& light = Qt::white);
+
 }  // namespace morva

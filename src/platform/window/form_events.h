@@ -21,6 +21,8 @@ class FormEvents {
   virtual void Form_Unload() {}
   virtual void Form_Click() {}
   virtual void Form_MouseDown(int /*Button*/, int /*Shift*/, float /*X*/, float /*Y*/) {}
+  /// A key that the control with the focus has not used.
+  virtual bool Form_KeyDown(Key /*key*/, int /*Shift*/) { return false; }
   virtual void Form_DragOver(Control& /*Source*/, float /*X*/, float /*Y*/, DragState /*State*/) {}
 
   std::function<void()> unload;  ///< set by Window<T>: ends this window

@@ -7,6 +7,7 @@
 
 #include "platform/controls/control.h"
 #include "platform/window/drag.h"
+#include "platform/window/key_input.h"
 #include "platform/window/native_window.h"
 
 namespace morva {
@@ -76,6 +77,7 @@ bool InputGate::eventFilter(QObject* receiver, QEvent* event) {
     event->ignore();
     return true;
   }
+  if (event->type() == QEvent::KeyPress) return TakeKey(widget, *window, *static_cast<QKeyEvent*>(event));
   return BeginsDrag(widget, *event);
 }
 
