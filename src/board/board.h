@@ -43,6 +43,8 @@ class Board : public SquarePainter {
   std::string PieceName(int Index) const;
   /// "white pawn"; of an empty square the colour word alone.
   std::string PieceColorName(int Index) const;
+  /// "A1, black castle" or "B3, empty": the square and what stands on it.
+  std::string SquareWords(int Index) const;
   /// "black queen", of OldPiece; "nothing" for 0.
   std::string OldPieceColorName() const;
 

@@ -20,6 +20,10 @@ std::string Board::PieceName(int Index) const { return PieceWord(Val(squ(Index).
 
 std::string Board::PieceColorName(int Index) const { return ColorWord(squ(Index).ForeColor) + PieceName(Index); }
 
+std::string Board::SquareWords(int Index) const {
+  return SquareName(Index) + ", " + (PieceName(Index).empty() ? "empty" : PieceColorName(Index));
+}
+
 std::string Board::OldPieceColorName() const {
   if (OldPiece == 0) return "nothing";
   return ColorWord(OldPiece >= 9 ? kWhite : kBlack) + PieceWord(OldPiece % 10);

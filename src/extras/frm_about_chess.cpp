@@ -40,6 +40,8 @@ FrmAboutChess::FrmAboutChess() : Form({.scale_width = 7275, .scale_height = 4395
   });
   DefaultButton(cmdOK);
   CancelButton(cmdOK);
+  photo.TabStop = true;
+  TabOrder({&cmdOK, &photo});
 
   for (Label& label : title) {
     label.FontSize = 18;
@@ -54,6 +56,10 @@ FrmAboutChess::FrmAboutChess() : Form({.scale_width = 7275, .scale_height = 4395
 
   cmdOK.Click = [this] { cmdOK_Click(); };
   photo.Click = [this] { photo_Click(); };
+  photo.KeyDown = [this](Key key, int) {
+    if (key == Key::kSpace) photo_Click();
+    return key == Key::kSpace;
+  };
 }
 
 void FrmAboutChess::Form_Load() {

@@ -56,6 +56,12 @@ void FrmAuthor::Form_Activate() {
   PaintGradient(picSmalGrad, shadow, face, 1);
 }
 
+bool FrmAuthor::Form_KeyDown(Key key, int /*Shift*/) {
+  const bool closes = key == Key::kEscape || key == Key::kEnter || key == Key::kSpace;
+  if (closes) photo_Click();
+  return closes;
+}
+
 void FrmAuthor::photo_Click() {
   frmAboutChess->Enabled = true;
   frmAboutChess->SetFocus();

@@ -7,7 +7,7 @@
 namespace morva {
 
 /// A window without a frame that lies over the About box, its portrait exactly over the portrait there. A click on the
-/// portrait closes it.
+/// portrait closes it, and so do Escape, Enter and Space.
 class FrmAuthor : public Form {
  public:
   FrmAuthor();
@@ -20,6 +20,7 @@ class FrmAuthor : public Form {
 
   void Form_Load() override;
   void Form_Activate() override;
+  bool Form_KeyDown(Key key, int Shift) override;
 
  private:
   void photo_Click();

@@ -12,6 +12,11 @@ FrmSplash::FrmSplash()
 
 void FrmSplash::Form_Click() { frmWelcome->Show(); }
 
+bool FrmSplash::Form_KeyDown(Key /*key*/, int /*Shift*/) {
+  frmWelcome->Show();
+  return true;
+}
+
 void FrmSplash::tmrTrigger_Timer() { frmWelcome->Show(); }
 
 }  // namespace morva

@@ -5,11 +5,12 @@
 
 namespace morva {
 
-/// The start-up picture: it stays for five seconds or until a click.
+/// The start-up picture: it stays for five seconds or until a click or a key.
 class FrmSplash : public Form {
  public:
   FrmSplash();
   void Form_Click() override;
+  bool Form_KeyDown(Key key, int Shift) override;
 
  private:
   void tmrTrigger_Timer();

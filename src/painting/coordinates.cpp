@@ -18,6 +18,7 @@ std::vector<LayoutRow> Coordinates::Layout() {
 }
 
 void Coordinates::Collapse() {
+  for (CommandButton& label : Coord) label.TabStop = false;
   for (int i = 0; i < 8; ++i) {
     Coord(i).Tag = std::to_string(RoundToEven(Coord(i).Left - 45));
     Coord(i + 8).Tag = std::to_string(RoundToEven(Coord(i + 8).Top - 45));
@@ -28,6 +29,7 @@ void Coordinates::Collapse() {
 
 void Coordinates::Toggle() {
   CoordsShown = !CoordsShown;
+  for (CommandButton& label : Coord) label.TabStop = CoordsShown;
   frmCoords.made = [this](FrmCoords& slide) { slide.labels = this; };
   frmCoords->Show();
   cmdShowCoord.ToolTipText = std::string(CoordsShown ? "Hide" : "Show") + " co-ordinates";

@@ -30,12 +30,40 @@ void FrmChess::txtIn_KeyPress(int KeyAscii) {
   if (Lower(line) == "/clear") {
     txtOut.Text = "";
   } else {
+    said_.push_back(line);
     out("<" + Nick + ">  " + line);
     Transmit(line, kWords);
   }
   txtIn.Text = "";
+  recalled_ = said_.size();
   txtIn.SetFocus();
   PlayResourceSound(108);
+}
+
+bool FrmChess::txtIn_KeyDown(Key key, int Shift) {
+  if (Shift != 0) return false;
+  switch (key) {
+    case Key::kPageUp:
+      txtOut.ScrollPages(-1);
+      return true;
+    case Key::kPageDown:
+      txtOut.ScrollPages(1);
+      return true;
+    case Key::kUp:
+      if (recalled_ > 0) RecallLine(recalled_ - 1);
+      return true;
+    case Key::kDown:
+      if (recalled_ < said_.size()) RecallLine(recalled_ + 1);
+      return true;
+    default:
+      return false;
+  }
+}
+
+void FrmChess::RecallLine(std::size_t which) {
+  if (recalled_ == said_.size()) unsaid_ = txtIn.Text;
+  recalled_ = which;
+  txtIn.Text = which == said_.size() ? unsaid_ : said_[which];
 }
 
 void FrmChess::cmdDefault_Click() {

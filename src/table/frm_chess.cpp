@@ -26,12 +26,16 @@ void FrmChess::LayOut() {
   DefaultButton(cmdDefault);
   TypeInto(txtIn);
 
+  // The board is one stop of the Tab key, the cursor's square; what is out of sight is none.
+  squ(Cursor).TabStop = true;
+  txtOut.TabStop = cmdDefault.TabStop = false;
   std::vector<Control*> order;
   for (PictureBox& square : squ) order.push_back(&square);
   order.insert(order.end(), {&txtOut, &txtIn, &cmdDefault});
   for (CommandButton& label : coordinates.Coord) order.push_back(&label);
   order.push_back(&coordinates.cmdShowCoord);
   TabOrder(order);
+  txtIn.SetFocus();
 
   SetMenu({
       {0, mnuGame, "&Game"},
@@ -73,14 +77,27 @@ void FrmChess::ConnectEvents() {
     const int Index = square.Index;
     square.MouseDown = [this, Index](int Button, int, float X, float Y) { squ_MouseDown(Index, Button, X, Y); };
     square.MouseMove = [this, Index](int, int, float, float) { squ_MouseMove(Index); };
+    square.KeyDown = [this, Index](Key key, int Shift) { return squ_KeyDown(Index, key, Shift); };
     square.DragOver = [this, Index](Control& Source, float, float, DragState State) {
+      PutBack();  // the hand can't hold a second piece
       squ_DragOver(Index, Source, State);
     };
     square.DragDrop = [this, Index](Control& Source, float, float) { squ_DragDrop(Index, Source); };
   }
   coordinates.cmdShowCoord.MouseDown = [this](int, int, float, float) { cmdShowCoord_MouseDown(); };
-  for (CommandButton& label : coordinates.Coord) label.MouseDown = [this](int, int, float, float) { txtIn.SetFocus(); };
+  coordinates.cmdShowCoord.KeyDown = [this](Key key, int) {
+    if (key == Key::kSpace) cmdShowCoord_MouseDown();
+    return key == Key::kSpace;
+  };
+  for (CommandButton& label : coordinates.Coord) {
+    label.MouseDown = [this](int, int, float, float) { Coord_MouseDown(); };
+    label.KeyDown = [this](Key key, int) {
+      if (key == Key::kSpace) Coord_MouseDown();
+      return key == Key::kSpace;
+    };
+  }
 
+  txtIn.KeyDown = [this](Key key, int Shift) { return txtIn_KeyDown(key, Shift); };
   txtIn.KeyPress = [this](int KeyAscii) { txtIn_KeyPress(KeyAscii); };
   txtOut.GotFocus = [this] { txtOut_GotFocus(); };
   cmdDefault.Click = [this] { cmdDefault_Click(); };
@@ -150,15 +167,14 @@ void FrmChess::cmdShowCoord_MouseDown() {
   txtIn.SetFocus();
 }
 
+void FrmChess::Coord_MouseDown() { txtIn.SetFocus(); }
+
 void FrmChess::AddHistoryLine(const std::string& text, std::int32_t data) {
   ListBox& history = frmToolWindow->lstHist;
   history.AddItem(text);
   history.ListIndex = history.ListCount() - 1;
   history.ItemData(history.ListIndex()) = data;
-  if (Enabled()) {
-    SetFocus();
-    txtIn.SetFocus();
-  }
+  if (Enabled()) FocusChat();
 }
 
 void FrmChess::highlight(const std::string& turn) { frmToolWindow->highlight(turn); }

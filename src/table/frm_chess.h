@@ -1,6 +1,8 @@
 #pragma once
 
+#include <optional>
 #include <string>
+#include <vector>
 
 #include "net/game_window.h"
 #include "painting/coordinates.h"
@@ -15,7 +17,7 @@
 namespace morva {
 
 /// The main window: the board, the chat and the menus. Its handlers stand by subject: mouse.cpp, chat.cpp,
-/// game_menu.cpp, sounds.cpp; the marker of the last move in frm_show_move.cpp.
+/// game_menu.cpp, sounds.cpp, board_keys.cpp; the marker of the last move in frm_show_move.cpp.
 class FrmChess : public GameWindow {
  public:
   FrmChess();
@@ -44,6 +46,14 @@ class FrmChess : public GameWindow {
   void Form_Unload() override;
   void Form_MouseDown(int Button, int Shift, float X, float Y) override;
   void Form_DragOver(Control& Source, float X, float Y, DragState State) override;
+  bool Form_KeyDown(Key key, int Shift) override;
+
+  int Cursor = 0;              ///< the square that the keys work on
+  std::optional<int> Carried;  ///< the square of the piece that is being carried by keys
+
+  /// Gives the keys to the cursor's square, or to the chat line.
+  void FocusBoard();
+  void FocusChat();
 
   /// Adds a line to the chat log.
   void out(const std::string& s) override;
@@ -68,12 +78,21 @@ class FrmChess : public GameWindow {
   void squ_MouseMove(int Index);
   void squ_DragOver(int Index, const Control& Source, DragState State);
   void squ_DragDrop(int Index, const Control& Source);
+  bool squ_KeyDown(int Index, Key key, int Shift);
+  void MoveCursor(int Index);
+  void TakeUp(int Index);
+  void DropCarried(int Index);
+  void PutBack();
+  void Carry(std::optional<int> from);
   void OpenChangeDialog(int Index, float X, float Y);
   void PassTurn();
   void ClearMarks();
 
   void cmdShowCoord_MouseDown();
+  void Coord_MouseDown();
   void txtIn_KeyPress(int KeyAscii);
+  bool txtIn_KeyDown(Key key, int Shift);
+  void RecallLine(std::size_t which);
   void txtOut_GotFocus();
   void cmdDefault_Click();
   void SendCanned(const std::string& word, int sound);
@@ -84,6 +103,10 @@ class FrmChess : public GameWindow {
   void mnuQuit_Click();
 
   void onesec_Timer();
+
+  std::vector<std::string> said_;  ///< chat lines of this user, oldest first
+  std::size_t recalled_ = 0;       ///< which of them stands in the chat line; their count where it is a new line
+  std::string unsaid_;             ///< the new line, while an old one stands in the chat line
 };
 
 inline Window<FrmChess> frmChess;

@@ -44,8 +44,18 @@ FrmToolWindow::FrmToolWindow()
   lbl3D(0).Visible = lbl3D(1).Visible = false;
   frmext.ontop = true;
 
+  lblNick.TabStop = lblOpNick.TabStop = true;
+  TabOrder({&lblNick, &lblOpNick, &lstHist});
+
   lblNick.Click = [this] { lblNick_Click(); };
   lblOpNick.Click = [this] { lblOpNick_Click(); };
+  for (Label* label : {&lblNick, &lblOpNick}) {
+    label->KeyDown = [label](Key key, int) {
+      const bool pressed = key == Key::kSpace || key == Key::kEnter;
+      if (pressed) label->Click();
+      return pressed;
+    };
+  }
   for (Label* label : {&lblNick, &lblOpNick, &lblTime, &lblVS}) {
     label->MouseDown = [this, label](int Button, int, float X, float Y) {
       OpenMenuAt(Button, X + label->Left(), Y + label->Top());
@@ -102,6 +112,16 @@ void FrmToolWindow::lblOpNick_Click() {
 }
 
 void FrmToolWindow::Form_MouseDown(int Button, int /*Shift*/, float X, float Y) { OpenMenuAt(Button, X, Y); }
+
+bool FrmToolWindow::Form_KeyDown(Key key, int Shift) {
+  if (key == Key::kMenu) {
+    OpenMenuAt(kRightButton, 0, lstHist.Top());
+    return true;
+  }
+  if (key != Key::kF6 || (Shift & ~kShiftKey) != 0 || !frmChess->Enabled()) return false;
+  Shift == kShiftKey ? frmChess->FocusBoard() : frmChess->FocusChat();
+  return true;
+}
 
 void FrmToolWindow::OpenMenuAt(int Button, double X, double Y) {
   if (Button == kRightButton) PopupMenu(mnuHidden, X, Y);

@@ -28,6 +28,7 @@ class FrmToolWindow : public Form {
   void Form_Activate() override;
   void Form_Resize() override;
   void Form_MouseDown(int Button, int Shift, float X, float Y) override;
+  bool Form_KeyDown(Key key, int Shift) override;
 
   /// Shows whose turn it is: "me" for the local player, anything else for the other one.
   void highlight(const std::string& who);

@@ -1,0 +1,116 @@
+#include <optional>
+
+#include "table/frm_chess.h"
+#include "table/frm_tool_window.h"
+
+namespace morva {
+
+namespace {
+
+constexpr Color kCarrying = 0x00D7FF;  // yellow
+constexpr float kMiddle = 390;         // of a square inside its border, twips
+
+// Where the key leads from square i; none where it is no key of the cursor.
+std::optional<int> SquareFrom(int i, Key key, int Shift) {
+  const int column = i % 8;
+  const bool whole_board = (Shift & kCtrlKey) != 0;
+  switch (key) {
+    case Key::kLeft:
+      return column > 0 ? i - 1 : i;
+    case Key::kRight:
+      return column < 7 ? i + 1 : i;
+    case Key::kUp:
+      return i > 7 ? i - 8 : i;
+    case Key::kDown:
+      return i < 56 ? i + 8 : i;
+    case Key::kHome:
+      return whole_board ? 0 : i - column;
+    case Key::kEnd:
+      return whole_board ? 63 : i - column + 7;
+    default:
+      return std::nullopt;
+  }
+}
+
+}  // namespace
+
+bool FrmChess::squ_KeyDown(int Index, Key key, int Shift) {
+  if (key == Key::kSpace) {
+    if (Carried) {
+      DropCarried(Index);
+    } else {
+      TakeUp(Index);
+    }
+    return true;
+  }
+  if (key == Key::kMenu) {
+    PutBack();
+    OpenChangeDialog(Index, kMiddle, kMiddle);
+    return true;
+  }
+  const std::optional<int> next = SquareFrom(Index, key, Shift);
+  if (next) MoveCursor(*next);
+  return next.has_value();
+}
+
+void FrmChess::MoveCursor(int Index) {
+  squ(Cursor).TabStop = false;
+  Cursor = Index;
+  squ(Cursor).TabStop = true;
+  squ(Cursor).SetFocus();
+  if (Carried) squ_DragOver(Cursor, squ(*Carried), DragState::kEnter);
+}
+
+void FrmChess::TakeUp(int Index) {
+  if (Val(squ(Index).Tag) == 0) return;
+  Carry(Index);
+  squ_DragOver(Index, squ(Index), DragState::kEnter);
+}
+
+void FrmChess::DropCarried(int Index) {
+  if (Val(squ(Index).Tag) != 0) return;
+  const PictureBox& source = squ(*Carried);
+  Carry({});
+  squ_DragDrop(Index, source);
+}
+
+void FrmChess::PutBack() {
+  if (!Carried) return;
+  squ_DragOver(Cursor, squ(*Carried), DragState::kLeave);
+  Carry({});
+}
+
+// Over a piece the board shows no mark, so the cursor itself shows that something is being carried.
+void FrmChess::Carry(std::optional<int> from) {
+  Carried = from;
+  for (PictureBox& square : squ) square.FocusColor = from ? kCarrying : kWhite;
+}
+
+void FrmChess::FocusBoard() {
+  SetFocus();
+  squ(Cursor).SetFocus();
+}
+
+void FrmChess::FocusChat() {
+  SetFocus();
+  txtIn.SetFocus();
+}
+
+bool FrmChess::Form_KeyDown(Key key, int Shift) {
+  if (key == Key::kEnter) {
+    cmdDefault_Click();
+  } else if (key == Key::kEscape && Carried) {
+    PutBack();
+  } else if (key == Key::kT && Shift == kCtrlKey) {
+    PassTurn();
+  } else if (key == Key::kF6 && Shift == 0) {
+    txtIn.HasFocus() ? FocusBoard() : frmToolWindow->SetFocus();
+  } else if (key == Key::kF6 && Shift == kShiftKey) {
+    txtIn.HasFocus() ? frmToolWindow->SetFocus() : FocusChat();
+  } else {
+    return false;
+  }
+  return true;
+}
+
+}  // namespace morva
