@@ -21,7 +21,8 @@ struct Stroke {
 };
 
 /// What can be drawn on: lines and circles stay until Cls, through every repaint and at every scale of the screen.
-/// Lengths are twips from the top left corner of the drawing area; a line has round ends, a thin one covers whole pixels.
+/// Lengths are twips from the top left corner of the drawing area; a line has round ends, a thin one covers whole
+/// pixels.
 class Surface {
  public:
   Color ForeColor = kBlack;  ///< lines and rims drawn from now on
