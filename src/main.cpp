@@ -21,18 +21,21 @@ Start it, type your nick and say whether you are host or guest. The host listens
 on TCP port 2948 and tells the guest the address that the window shows. Morva
 knows no rules: any piece can go anywhere, you two settle what is allowed.
 
-Keys at the table:
+The mouse or these keys will do; by ear, too, with a screen reader:
+  F6, Tab           on to the chat line, the board, the tool window; within one
+  Arrows, Space     on the board: choose a square; take up a piece, put it down
+  Menu              change or trash what stands on the square
+  Ctrl+T            hand over the turn
+  Enter             send the chat line
   F1                the whole manual
-  F2, F3            save the game, open one on both boards
-  Ctrl+F1           new game: chess         Shift+F1   new game: checkers
+  F2, F3            save the game; open one on both boards
+  Ctrl+F1, Shift+F1 new game of chess, of checkers
   Ctrl+S            show the last move again
   Ctrl+C, X, Z      call check, check mate, stale mate
-  Ctrl+W, Ctrl+I    call wake up, I win
-  Enter             send the chat line
+  Ctrl+W, I         call wake up, I win
 
-Files: Morva writes only the games (*.mrv) and chats (*.txt) that you save.
-It has no settings. A morva.txt in the folder where it is started is shown in
-place of its own manual.
+Files: only the games (*.mrv) and chats (*.txt) that you save; no settings. A
+morva.txt in the folder where Morva is started is shown in place of its manual.
 )";
 
 // The exit code, where the words behind the program's name ask for something else than a game.
