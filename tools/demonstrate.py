@@ -15,7 +15,7 @@ OPENING = [(52, 36), (12, 28), (62, 45), (1, 18), (61, 34), (6, 21)]
 def main(folder):
     folder.mkdir(parents=True, exist_ok=True)
     own_network()  # where it can be had, no other Morva is in the way
-    with Desk() as desk:
+    with Desk(width=1600, height=1000) as desk:
         ann = Player(desk, "Ann")
         ann.window(START_PICTURE)
 
@@ -31,15 +31,21 @@ def main(folder):
         bob.sit_down(820, 60)
         keep("2-table")
         for number, (start, end) in enumerate(OPENING):
-            (bob if number % 2 else ann).drag(start, end)
+            player = bob if number % 2 else ann
+            player.main.activate()
+            player.drag(start, end)
             time.sleep(0.3)
+        ann.main.activate()
         ann.say("Good luck!")
+        bob.main.activate()
         bob.say("And to you. The Italian again?")
         keep("3-game")
+        ann.main.activate()
         ann.keys("ctrl+c")
         bob.window("Message")
         keep("4-check")
         bob.answer("Message", "Return")
+        ann.main.activate()
         ann.keys("ctrl+F1")
         keep("5-new-game")
     print(f"The pictures are in {folder.resolve()}")
