@@ -103,14 +103,6 @@ TEST_F(GameFile, IsOnlyReadUpToTheEndOfItsFirstLine) {
     EXPECT_EQ(frmChess->BoardLine(), board) << file.bytes.substr(0, 100);
     EXPECT_TRUE(Sent() == (file.sent == 0 ? "" : "1__" + file.bytes.substr(0, file.sent)));
   }
-
-  // Letters that stand for nothing leave the picture.
-  frmChess->SetUpChess();
-  const auto picture = frmChess->squ(0).Strokes();
-  WriteFile(Path("game"), "\x01\xFF" + std::string(62, 'd'));
-  OpenGame(*frmChess, Path("game"));
-  EXPECT_TRUE(frmChess->squ(0).Tag == "-99" && frmChess->squ(1).Tag == "145" && frmChess->squ(2).Tag == "0");
-  EXPECT_TRUE(frmChess->squ(0).Strokes() == picture && frmChess->squ(0).ForeColor == kBlack);
 }
 
 TEST_F(GameFile, NothingHappensWithoutOne) {

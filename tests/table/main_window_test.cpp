@@ -11,60 +11,6 @@ class Table : public GameTest {
   }
 };
 
-TEST_F(Table, ADragMarksTheEmptySquareUnderThePointer) {
-  using Squares = std::vector<int>;
-  const auto marked_at = [](QPoint place) {
-    QTest::mouseMove(MainWindow(), place);
-    Squares squares;
-    for (const PictureBox& square : frmChess->squ) {
-      if (square.Tag == "0" && !square.Strokes().empty()) squares.push_back(square.Index);
-    }
-    return squares;
-  };
-  EXPECT_EQ(marked_at(At(18)), Squares{});
-  EXPECT_EQ(frmChess->Caption(), "Morva - Ann (C3)");
-  QTest::mouseMove(MainWindow(), At(52));
-  QTest::mousePress(MainWindow(), Qt::LeftButton, {}, At(52));
-  const QPoint chat = At(60) + QPoint(0, 60), outside(-30, 10);
-  const std::pair<QPoint, Squares> places[] = {{At(52), {}},   {At(44), {44}}, {At(36), {36}}, {At(12), {}},
-                                               {At(20), {20}}, {chat, {}},     {At(35), {35}}, {outside, {}}};
-  for (const auto& [place, squares] : places) EXPECT_EQ(marked_at(place), squares) << place.x() << ", " << place.y();
-  EXPECT_EQ(marked_at(At(44)), Squares{44});
-  EXPECT_EQ(frmChess->squ(44).Strokes().front().color, kWhite);
-  EXPECT_EQ(frmChess->Caption(), "Morva - Ann (E7)");
-  Tell("352");  // the piece is gone from under the hand
-  EXPECT_EQ(marked_at(At(43)), Squares{});
-  QTest::mouseRelease(MainWindow(), Qt::LeftButton, {}, outside);
-}
-
-TEST_F(Table, ADropOnAnEmptySquareMovesAndGivesTheTurn) {
-  const struct {
-    int from, too;
-    const char* line;  // of the history; none where nothing moves
-    const char* turn;
-  } drops[] = {{52, 36, "Ann: E7 - E5 (white pawn) #1523611", "you"},
-               {12, 28, "Ann: E2 - E4 (black pawn) #1122801", "you"},  // the other colour, out of turn
-               {57, 36, nullptr, "me"},                                // a piece stands there
-               {36, 36, nullptr, "me"},
-               {33, 0, nullptr, "me"},
-               {33, 34, nullptr, "you"}};
-  std::string board = kStart;
-  Lines history;
-  for (const auto& drop : drops) {
-    frmToolWindow->highlight("me");
-    frmChess->coordinates.cmdShowCoord.SetFocus();
-    Drag(drop.from, drop.too);
-    if (drop.line != nullptr) {
-      std::swap(board[static_cast<std::size_t>(drop.from)], board[static_cast<std::size_t>(drop.too)]);
-      history.push_back(drop.line);
-    }
-    EXPECT_TRUE(Board() == board && History() == history) << drop.from;
-    EXPECT_EQ(Turn(), drop.turn) << drop.from;
-    EXPECT_EQ(ChatHasFocus(), drop.turn == std::string("you")) << drop.from;
-  }
-  EXPECT_EQ(Sent(), "152361122813334");
-}
-
 TEST_F(Table, TheMarkerFliesFromSquareToSquare) {
   FrmChess& game = *frmChess;
   const auto fly = [&](int from, int too) {

@@ -40,15 +40,15 @@ TEST_F(ToolWindow, TheRightButtonOpensItsMenuOnTheLabels) {
   FrmToolWindow& tools = *frmToolWindow;
   // Opens the menu and presses its item.
   const auto opens = [&](const Control& control, QPoint at) {
+    const QPoint place = control.Native()->mapTo(tools.Native(), at);
     bool seen = false;
     QTimer::singleShot(20, [&] {
       auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
       if (menu == nullptr) return;
-      seen = (menu->pos() - control.Native()->mapToGlobal(at)).manhattanLength() <= 2;
+      seen = (menu->pos() - tools.Native()->mapToGlobal(place)).manhattanLength() <= 2;
       menu->actions().front()->trigger();
       menu->close();
     });
-    const QPoint place = control.Native()->mapTo(tools.Native(), at);
     QTest::mouseClick(tools.Native()->windowHandle(), Qt::RightButton, {}, place);
     QTest::qWait(30);
     return seen;
