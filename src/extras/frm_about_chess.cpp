@@ -48,6 +48,7 @@ FrmAboutChess::FrmAboutChess() : Form({.scale_width = 7275, .scale_height = 4395
     label.FontBold = true;
   }
   title(0).ForeColor = kBlack;
+  title(1).ReliefOf = title(2).ReliefOf = &title(0);
   title(1).ForeColor = kButtonShadow;
   title(2).ForeColor = kButtonHighlight;
   legal.ForeColor = kButtonShadow;

@@ -23,6 +23,7 @@ class FrmAboutChess : public Form {
 
   void Form_Load() override;
   void Form_Activate() override;
+  void Form_SysColorsChanged() override { Form_Activate(); }
   void Form_Unload() override;
 
  private:

@@ -1,6 +1,25 @@
 #include "platform/style.h"
 
+#include "platform/drawing/qt_color.h"
+
 namespace morva {
+
+void Style::polish(QPalette& palette) {
+  for (const auto group : {QPalette::Active, QPalette::Inactive, QPalette::Disabled}) {
+    const auto color = [&](QPalette::ColorRole role) { return palette.color(group, role); };
+    const auto mend = [&](QPalette::ColorRole role, const QColor& one, const QColor& other) {
+      const Ground ground = With({ColorOf(one), ColorOf(one)}, ColorOf(other));
+      palette.setColor(group, role, QtColor(Readable(ColorOf(color(role)), ground)));
+    };
+    // The style brightens a button's upper edge, and its menus.
+    mend(QPalette::ButtonText, color(QPalette::Button), color(QPalette::Button).lighter(150));
+    mend(QPalette::Text, color(QPalette::Base), color(QPalette::Base).lighter(108));
+    mend(QPalette::WindowText, color(QPalette::Window), color(QPalette::Button));
+    mend(QPalette::ToolTipText, color(QPalette::ToolTipBase), color(QPalette::ToolTipBase));
+    // Here the text is likely the one colour that was meant so.
+    mend(QPalette::Highlight, color(QPalette::HighlightedText), color(QPalette::HighlightedText));
+  }
+}
 
 int Style::pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const {
   if (metric == PM_ExclusiveIndicatorWidth || metric == PM_ExclusiveIndicatorHeight) return 12;

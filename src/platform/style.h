@@ -8,6 +8,9 @@ namespace morva {
 class Style : public QProxyStyle {
  public:
   Style() : QProxyStyle("Fusion") {}
+  using QProxyStyle::polish;
+  /// Makes every text of the desktop's colours readable on what it stands on; what can be read already stays.
+  void polish(QPalette& palette) override;
   int pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const override;
   int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
                 QStyleHintReturn* answer) const override;

@@ -37,6 +37,7 @@ FrmToolWindow::FrmToolWindow()
   lblTime.FontBold = true;
   for (Label* label : {&lblVS, &lblOpNick, &lblNick, &lbl3D(0)}) label->ForeColor = kButtonShadow;
   lbl3D(1).ForeColor = kButtonHighlight;
+  lbl3D(0).ReliefOf = lbl3D(1).ReliefOf = &lblNick;
   for (Label* label : {&lblOpNick, &lblNick, &lbl3D(0), &lbl3D(1)}) {
     label->FontSize = 15.75;
     label->FontBold = true;

@@ -26,6 +26,7 @@ class FrmToolWindow : public Form {
 
   void Form_Load() override;
   void Form_Activate() override;
+  void Form_SysColorsChanged() override { Form_Activate(); }
   void Form_Resize() override;
   void Form_MouseDown(int Button, int Shift, float X, float Y) override;
   bool Form_KeyDown(Key key, int Shift) override;

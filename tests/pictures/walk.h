@@ -18,16 +18,19 @@ namespace morva {
 
 /// The desktop's colours: "light", "dark" or "contrast".
 inline QPalette Scheme(const std::string& name) {
-  if (name == "light") return QApplication::style()->standardPalette();
-  const bool dark = name == "dark";
-  QPalette palette(dark ? QColor(0x35, 0x35, 0x35) : Qt::black, dark ? QColor(0x31, 0x31, 0x31) : Qt::black);
-  for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText}) {
-    palette.setColor(role, Qt::white);
-    palette.setColor(QPalette::Disabled, role, dark ? Qt::gray : Qt::green);
+  QPalette palette = QApplication::style()->standardPalette();
+  if (name != "light") {
+    const bool dark = name == "dark";
+    palette = QPalette(dark ? QColor(0x35, 0x35, 0x35) : Qt::black, dark ? QColor(0x31, 0x31, 0x31) : Qt::black);
+    for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText}) {
+      palette.setColor(role, Qt::white);
+      palette.setColor(QPalette::Disabled, role, dark ? Qt::gray : Qt::green);
+    }
+    palette.setColor(QPalette::Base, dark ? QColor(0x23, 0x23, 0x23) : Qt::black);
+    palette.setColor(QPalette::Highlight, dark ? QColor(0x2A, 0x62, 0x9A) : Qt::yellow);
+    palette.setColor(QPalette::HighlightedText, dark ? Qt::white : Qt::black);
   }
-  palette.setColor(QPalette::Base, dark ? QColor(0x23, 0x23, 0x23) : Qt::black);
-  palette.setColor(QPalette::Highlight, dark ? QColor(0x2A, 0x62, 0x9A) : Qt::yellow);
-  palette.setColor(QPalette::HighlightedText, dark ? Qt::white : Qt::black);
+  QApplication::style()->polish(palette);
   return palette;
 }
 

@@ -7,20 +7,23 @@ namespace morva {
 
 enum class Alignment { kLeft, kCenter };
 
-/// Plain text that the user can't change. Nothing in the text is taken for markup or an access key.
+/// Plain text that the user can't change. Nothing in the text is taken for markup or an access key. Where it doesn't
+/// fit, it is set narrower and then smaller.
 class Label : public Control {
  public:
   Label();
   Property<std::string> Caption;
-  Property<Color> ForeColor;
+  Property<Color> ForeColor;  ///< what can't be read on what stands behind it is painted in the nearest that can
   Property<bool> FontBold;
   Property<double> FontSize;  ///< points of 20 twips
   Property<Alignment> TextAlignment;
+  /// Set on a copy of that label's words that lies beside it as its relief: the copy isn't there to be read and keeps
+  /// its colour, but isn't seen where the words had to change theirs.
+  const Label* ReliefOf = nullptr;
   void SetLayoutText(const std::string& text) override { Caption = text; }
 
  private:
   void SetFont();
-  void Tint();
 };
 
 }  // namespace morva

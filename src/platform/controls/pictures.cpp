@@ -1,13 +1,16 @@
 #include "platform/controls/pictures.h"
 
+#include <QEvent>
 #include <QFrame>
 #include <QPainter>
+#include <optional>
 
 #include "platform/controls/native.h"
 #include "platform/drawing/edge.h"
 #include "platform/drawing/picture.h"
 #include "platform/drawing/pixels.h"
 #include "platform/drawing/qt_color.h"
+#include "platform/drawing/snapped.h"
 
 namespace morva {
 
@@ -27,24 +30,32 @@ class Canvas : public QFrame {
     changed_ = true;
     update();
   }
+  const QPixmap& Drawn() {
+    const QSize size = contentsRect().size();
+    if (changed_ || drawn_.devicePixelRatio() != devicePixelRatioF() || size_ != size) {
+      size_ = size;
+      changed_ = false;
+      drawn_ = PictureOf(surface_.Strokes(), box_.BackColor(), size.width(), size.height(), devicePixelRatioF());
+    }
+    return drawn_;
+  }
   QPixmap stored;
 
  protected:
+  void changeEvent(QEvent* event) override {
+    if (event->type() == QEvent::PaletteChange) Redraw();
+    QFrame::changeEvent(event);
+  }
+
   void paintEvent(QPaintEvent* /*event*/) override {
     const QRect inside = contentsRect();
     QPainter painter(this);
     if (inside != rect()) PaintEdge(painter, rect(), Edge::kSunken, palette());
     if (!stored.isNull()) {
       painter.setRenderHint(QPainter::SmoothPixmapTransform);
-      painter.drawPixmap(inside, stored);
+      painter.drawPixmap(Snapped(painter, inside), stored, stored.rect());
     } else {
-      if (changed_ || picture_.devicePixelRatio() != devicePixelRatioF() || size_ != inside.size()) {
-        size_ = inside.size();
-        changed_ = false;
-        picture_ =
-            PictureOf(surface_.Strokes(), box_.BackColor(), inside.width(), inside.height(), devicePixelRatioF());
-      }
-      painter.drawPixmap(inside.topLeft(), picture_);
+      painter.drawPixmap(inside.topLeft(), Drawn());
     }
     if (hasFocus()) PaintFocusRing(painter, rect(), kFocusRing, QtColor(box_.FocusColor()));
   }
@@ -52,7 +63,7 @@ class Canvas : public QFrame {
  private:
   const PictureBox& box_;
   const Surface& surface_;
-  QPixmap picture_;
+  QPixmap drawn_;
   QSize size_;
   bool changed_ = true;
 };
@@ -65,7 +76,7 @@ class ImageWidget : public QWidget {
   void paintEvent(QPaintEvent* /*event*/) override {
     QPainter painter(this);
     painter.setRenderHint(QPainter::SmoothPixmapTransform);
-    painter.drawPixmap(rect(), stored);
+    painter.drawPixmap(Snapped(painter, rect()), stored, stored.rect());
   }
 };
 
@@ -77,9 +88,12 @@ class Disc : public QWidget {
   void paintEvent(QPaintEvent* /*event*/) override {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(QtColor(shape_.BorderColor()));
+    painter.setPen(Qt::NoPen);
+    const QRectF whole = Snapped(painter, rect());
+    painter.setBrush(QtColor(shape_.BorderColor()));
+    painter.drawEllipse(whole);
     painter.setBrush(QtColor(shape_.BackColor()));
-    painter.drawEllipse(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5));
+    painter.drawEllipse(whole.adjusted(1, 1, -1, -1));
   }
 
  private:
@@ -121,6 +135,28 @@ PictureBox::PictureBox(Border border)
     canvas.setLineWidth(2);
   }
   drawn_ = [this] { As<Canvas>(*this).Redraw(); };
+}
+
+Ground PictureBox::GroundAt(const QRect& place) const {
+  auto& canvas = As<Canvas>(*this);
+  const double scale = canvas.devicePixelRatioF();
+  const QRectF inside(place.translated(-canvas.contentsRect().topLeft()));
+  const QImage picture = canvas.Drawn().toImage();
+  const QRect seen = QRectF(inside.topLeft() * scale, inside.size() * scale).toRect() & picture.rect();
+  std::optional<Ground> ground;
+  for (int y = seen.top(); y <= seen.bottom(); ++y) {
+    const auto* line = reinterpret_cast<const QRgb*>(picture.constScanLine(y));
+    // One line of a shaded panel is often one colour.
+    QRgb before = 0;
+    for (int x = seen.left(); x <= seen.right(); ++x) {
+      if (line[x] == before) continue;
+      before = line[x];
+      const Color color = ColorOf(before);
+      ground = ground ? With(*ground, color) : Ground{color, color};
+    }
+  }
+  const Color back = Resolved(BackColor());
+  return ground.value_or(Ground{back, back});
 }
 
 Image::Image()

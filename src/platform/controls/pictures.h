@@ -4,6 +4,8 @@
 #include "platform/drawing/colors.h"
 #include "platform/drawing/surface.h"
 
+class QRect;
+
 namespace morva {
 
 /// A drawing surface with or without a sunken border of two pixels a side; X and Y of its mouse events and everything
@@ -16,6 +18,8 @@ class PictureBox : public Control, public Surface {
   Property<std::string> Picture;  ///< name of a stored picture; the control takes the picture's size
   Property<Color> FocusColor;     ///< of the light one of the two lines that mark the focus
   void SetLayoutText(const std::string& text) override { Picture = text; }
+  /// What is seen at the place, pixels within the control: colour values from the darkest to the lightest.
+  Ground GroundAt(const QRect& place) const;
 };
 
 /// A drawing surface without a border.

@@ -18,6 +18,7 @@ class FormEvents {
   virtual void Form_Activate() {}
   virtual void Form_GotFocus() {}
   virtual void Form_Resize() {}
+  virtual void Form_SysColorsChanged() {}  ///< the desktop has other colours now
   virtual void Form_Unload() {}
   virtual void Form_Click() {}
   virtual void Form_MouseDown(int /*Button*/, int /*Shift*/, float /*X*/, float /*Y*/) {}

@@ -201,6 +201,7 @@ void NativeWindow::changeEvent(QEvent* event) {
   if (event->type() == QEvent::WindowStateChange && isMinimized() && !style_.minimise_box) {
     QTimer::singleShot(0, this, [this] { setWindowState(windowState() & ~Qt::WindowMinimized); });
   }
+  if (event->type() == QEvent::PaletteChange) events_.Form_SysColorsChanged();
   QWidget::changeEvent(event);
 }
 
