@@ -55,11 +55,14 @@ def two_copies_play_and_show_the_manual():
     with Desk() as desk:
         ann = Player(desk, "Ann", "env", "--chdir=/")
         ann.host()
-        Player(desk, "Bob", "env", "--chdir=/").join("127.0.0.1")
+        bob = Player(desk, "Bob")  # in a folder with a manual of its own
+        bob.join("127.0.0.1")
         ann.window("Ann")
         ann.window("Morva - Ann").activate()
         desk.keys("F1")
         ann.window("Instructions")
+        for player, folder in (ann, SHARE / "games" / "morva"), (bob, bob.folder):
+            check(os.readlink(f"/proc/{player.process.pid}/cwd") == str(folder), f"{player.nick}'s manual")
 
 
 if __name__ == "__main__":
