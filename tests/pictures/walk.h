@@ -161,6 +161,14 @@ class Walk : public GameTest {
     table.checkerking(58, 1);
     Unload(frmCoords);
     See("table-checkers", table);
+    table.Cursor = 58;
+    table.FocusBoard();
+    look_("cursor", *table.squ(58).Native());
+    QTest::keyClick(MainWindow(), Qt::Key_Space);
+    QTest::keyClick(MainWindow(), Qt::Key_Up);
+    look_("cursor-carrying", *table.squ(50).Native());
+    QTest::keyClick(MainWindow(), Qt::Key_Escape);
+    table.FocusChat();
     table.mnuShowLast.Click();
     look_("marker", *frmShowMove->Native());
     Unload(frmShowMove);

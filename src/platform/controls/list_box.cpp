@@ -56,7 +56,7 @@ class ListBox::View : public QListView {
     QListView::paintEvent(event);
     if (!hasFocus()) return;
     QPainter painter(viewport());
-    PaintFocusRing(painter, viewport()->rect(), 2);
+    PaintFocusRing(painter, viewport()->rect(), 1);
   }
   // Scrolling shifts what is painted already, and with it the ring.
   void scrollContentsBy(int dx, int dy) override {

@@ -16,7 +16,7 @@ namespace morva {
 
 namespace {
 
-constexpr int kFocusRing = 3;  // pixels, each of its two lines
+constexpr double kFocusRing = 45;  // twips, each of its two lines
 
 // What a surface shows: its strokes, or a stored picture, inside its border.
 class Canvas : public QFrame {
@@ -57,7 +57,7 @@ class Canvas : public QFrame {
     } else {
       painter.drawPixmap(inside.topLeft(), Drawn());
     }
-    if (hasFocus()) PaintFocusRing(painter, rect(), kFocusRing, QtColor(box_.FocusColor()));
+    if (hasFocus()) PaintFocusRing(painter, rect(), ToPixels(kFocusRing), QtColor(box_.FocusColor()));
   }
 
  private:
