@@ -57,7 +57,7 @@ void GameWindow::ReceiveWord(const std::string& Data) {
   for (const CannedWord& canned : kCannedWords) {
     if (Data != canned.word) continue;
     PlayResourceSound(canned.sound);
-    if (AcceptsMessages()) ShowMessage(canned.names_sender ? OpNick + canned.text : canned.text);
+    if (AcceptsMessages()) ShowMessage(canned.names_sender ? Shortened(OpNick) + canned.text : canned.text);
     return;
   }
   PlayResourceSound(108);
@@ -69,8 +69,7 @@ void GameWindow::ReceiveWord(const std::string& Data) {
 void GameWindow::ShowMessage(const std::string& text) {
   constexpr std::size_t kMostBoxes = 8;
   if (shown_messages_.size() == kMostBoxes || !shown_messages_.insert(text).second) return;
-  MsgBox(text, "Message");
-  shown_messages_.erase(text);
+  ShowNotice(text, "Message", !Enabled(), [this, text] { shown_messages_.erase(text); });
 }
 
 void GameWindow::ReceiveBoardAction(const std::string& Data) {
@@ -149,8 +148,8 @@ void GameWindow::ReceiveChange(const std::string& Data) {
 
 void GameWindow::Disconnect() {
   frmControl->tcp.Close();
-  const MsgBoxResult answer = MsgBox(OpNick + " has left. Do you want to save the game?", "Morva",
-                                     MsgBoxButtons::kYesNo, MsgBoxIcon::kExclamation);
+  const MsgBoxResult answer = MsgBox(Shortened(OpNick) + " has left. Do you want to save the game?", "Morva",
+                                     MsgBoxButtons::kYesNo, MsgBoxIcon::kExclamation, MsgBoxCause::kByItself);
   if (answer == MsgBoxResult::kYes) SaveGame();
   End();
 }

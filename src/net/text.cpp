@@ -89,6 +89,14 @@ std::string SingleLine(std::string_view text) {
   return result;
 }
 
+std::string Shortened(std::string_view text) {
+  constexpr int kMostCharacters = 40;
+  std::string_view rest = text;
+  for (int left = kMostCharacters; left > 0 && !rest.empty(); --left) TakeCharacter(rest);
+  const std::string_view taken = text.substr(0, text.size() - rest.size());
+  return rest.empty() ? std::string(text) : std::string(taken) + "…";
+}
+
 std::string Printable(std::string_view text) {
   std::string result;
   while (!text.empty()) {

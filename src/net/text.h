@@ -18,6 +18,9 @@ std::string TextOf(std::string_view bytes);
 /// `text` as pasted into one line: each tab and each end of a line (LF, CR, CR LF) is a blank.
 std::string SingleLine(std::string_view text);
 
+/// `text`, valid UTF-8, or as much of it as stands on one line of a box: 40 characters and an ellipsis.
+std::string Shortened(std::string_view text);
+
 /// `text` with U+FFFD in place of every control character (C0, DEL, C1, the line and paragraph separators, the controls
 /// of writing direction, the byte order mark) and of every byte that is not valid UTF-8. No overlong forms, surrogates
 /// or characters above U+10FFFF are valid.

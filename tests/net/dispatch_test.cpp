@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <set>
 
 #include "tests/game.h"
@@ -84,45 +85,33 @@ TEST_F(Dispatch, WordsSetTheTurnAndNicksTheLabels) {
 }
 
 TEST_F(Dispatch, CannedWordsOpenABoxAndEverythingElseIsChat) {
-  // Play goes on behind a box, and the same box is not put over itself.
-  bool played = false;
-  BoxUser user(QMessageBox::Ok, [&played] {
-    if (std::exchange(played, true)) return;
-    Tell("0check");
-    Tell("15236");
-  });
-  Tell("0check");
-  EXPECT_EQ(Board()[36], 'o');
-  for (const char* word : {"0yours", "0cmate", "0smate", "2<i>Bob</i> & [*]", "0iwin"}) Tell(word);
-  const Lines boxes = {"Message|Check!|0", "Message|Wake up!|0", "Message|Checkmate!|0", "Message|Stalemate!|0",
-                       "Message|<i>Bob</i> & [*] wins!|0"};
+  BoxUser user;
+  Tell("2<i>Bob</i> & [*]");
+  // The same box is not put over itself.
+  for (const char* word : {"0yours", "0check", "0check", "0cmate", "0smate", "0iwin"}) Tell(word);
+  Tell("2" + std::string(100000, 'W'));
+  Tell("0iwin");
+  EXPECT_TRUE(Await([&] { return user.boxes.size() == 6; }));
+  const Lines boxes = {"Message|<i>Bob</i> & [*] wins!|0",
+                       "Message|Check!|0",
+                       "Message|Checkmate!|0",
+                       "Message|Stalemate!|0",
+                       "Message|" + std::string(40, 'W') + "… wins!|0",
+                       "Message|Wake up!|0"};
+  std::sort(user.boxes.begin(), user.boxes.end());
   EXPECT_TRUE(user.boxes == boxes && frmChess->txtOut.Text() == "");
   frmChess->mnuAcceptMessages.Click();
   Tell("2Bob");
   for (const char* chat : {"0iwin", "0Check", "0check ", "0me", "xyz"}) Tell(chat);
   EXPECT_EQ(frmChess->txtOut.Text(), "\r\n<Bob>  Check\r\n<Bob>  check \r\n<Bob>  me\r\n<Bob>  yz");
   frmChess->mnuAcceptMessages.Click();
-  Tell("0yours");
-  EXPECT_EQ(user.boxes.size(), 6U);
-}
-
-TEST_F(Dispatch, ThePileOfBoxesThatNobodyAnswersHasAnEnd) {
-  int number = 0, most = 0;
-  const std::function<void()> pile = [&] {
-    if (++number <= 20) {
-      QTimer::singleShot(0, frmChess->Native(), pile);
-      Tell("2" + std::to_string(number));
-      return Tell("0iwin");
-    }
-    for (QWidget* window : QApplication::topLevelWidgets()) {
-      auto* box = qobject_cast<QMessageBox*>(window);
-      if (box == nullptr) continue;
-      ++most;
-      box->done(QMessageBox::Ok);
-    }
-  };
-  pile();
-  EXPECT_EQ(most, 8);
+  // The pile of boxes that nobody answers has an end.
+  for (int number = 0; number < 20; ++number) {
+    Tell("2" + std::to_string(number));
+    Tell("0iwin");
+  }
+  EXPECT_TRUE(Await([&] { return user.boxes.size() == 6 + 8; }));
+  EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
 }
 
 TEST_F(Dispatch, SenselessMessagesDoNoHarm) {

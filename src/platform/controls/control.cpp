@@ -1,7 +1,9 @@
 #include "platform/controls/control.h"
 
+#include <QApplication>
 #include <QEvent>
 #include <QHash>
+#include <QMenuBar>
 #include <QMouseEvent>
 #include <QWidget>
 
@@ -105,7 +107,11 @@ Control::~Control() {
 
 QWidget* Control::Native() const { return widget_.get(); }
 
-void Control::SetFocus() { widget_->setFocus(); }
+void Control::SetFocus() {
+  // A menu keeps the keys until it closes, and then gives them back by itself.
+  const bool in_menu = qobject_cast<QMenuBar*>(QApplication::focusWidget()) != nullptr;
+  if (!in_menu && QApplication::activePopupWidget() == nullptr) widget_->setFocus();
+}
 
 bool Control::HasFocus() const { return widget_->hasFocus(); }
 

@@ -11,6 +11,7 @@
 
 #include "platform/system/qt_text.h"
 #include "platform/window/native_window.h"
+#include "platform/window/unasked_box.h"
 
 namespace morva {
 
@@ -33,19 +34,39 @@ QMessageBox::Icon IconOf(MsgBoxIcon icon) {
 QString StartFolder(const std::string& wanted) {
   const QFileInfo folder(QtText(wanted));
   if (folder.isDir() && folder.isWritable()) return folder.filePath();
-  return QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
+  // What is no folder would stand in the dialog as a file's name.
+  for (const auto place : {QStandardPaths::DocumentsLocation, QStandardPaths::HomeLocation}) {
+    const QString path = QStandardPaths::writableLocation(place);
+    if (QFileInfo(path).isDir()) return path;
+  }
+  return QDir::currentPath();
+}
+
+QWidget* MainWindow() {
+  const QWidgetList windows = QApplication::topLevelWidgets();
+  const auto ours = std::find_if(windows.begin(), windows.end(), [](const QWidget* window) {
+    return NativeWindow::Of(window) != nullptr && window->isVisible() && window->windowType() == Qt::Window;
+  });
+  return ours == windows.end() ? nullptr : *ours;
 }
 
 // A box belongs to the window that the user works in, and where that is another program's, to our main one.
 QWidget* Parent() {
   QWidget* active = QApplication::activeWindow();
   if (active != nullptr && active->windowType() == Qt::Tool) active = active->parentWidget();
-  if (active != nullptr) return active;
-  const QWidgetList windows = QApplication::topLevelWidgets();
-  const auto ours = std::find_if(windows.begin(), windows.end(), [](const QWidget* window) {
-    return NativeWindow::Of(window) != nullptr && window->isVisible() && window->windowType() == Qt::Window;
-  });
-  return ours == windows.end() ? nullptr : *ours;
+  return active != nullptr ? active : MainWindow();
+}
+
+void SetUp(QMessageBox& box, const std::string& text, const std::string& title) {
+  box.setTextFormat(Qt::PlainText);
+  const QString whole = QtText(text);
+  box.setText(whole.size() <= kLongestText ? whole : whole.left(kLongestText) + "…");
+  box.setWindowTitle(QtText(title));
+  box.setStandardButtons(QMessageBox::Ok);
+  box.setWindowFlag(Qt::WindowStaysOnTopHint);
+  // Wide enough for its title.
+  auto* grid = qobject_cast<QGridLayout*>(box.layout());
+  grid->addItem(new QSpacerItem(kNarrowestBox, 0), grid->rowCount(), 0, 1, grid->columnCount());
 }
 
 // Shows it until it is answered. Not every window manager gives the keys back to the window that had them.
@@ -77,20 +98,16 @@ bool Ask(CommonDialog& settings, QFileDialog::AcceptMode mode) {
 
 }  // namespace
 
-MsgBoxResult MsgBox(const std::string& text, const std::string& title, MsgBoxButtons buttons, MsgBoxIcon icon) {
+MsgBoxResult MsgBox(const std::string& text, const std::string& title, MsgBoxButtons buttons, MsgBoxIcon icon,
+                    MsgBoxCause cause) {
   QMessageBox box(Parent());
-  box.setTextFormat(Qt::PlainText);
-  const QString whole = QtText(text);
-  box.setText(whole.size() <= kLongestText ? whole : whole.left(kLongestText) + "…");
-  box.setWindowTitle(QtText(title));
+  SetUp(box, text, title);
   box.setIcon(IconOf(icon));
-  box.setStandardButtons(buttons == MsgBoxButtons::kOk ? QMessageBox::StandardButtons(QMessageBox::Ok)
-                                                       : QMessageBox::Yes | QMessageBox::No);
-  if (buttons == MsgBoxButtons::kYesNo) box.setEscapeButton(QMessageBox::No);
-  box.setWindowFlag(Qt::WindowStaysOnTopHint);
-  // Wide enough for its title.
-  auto* grid = qobject_cast<QGridLayout*>(box.layout());
-  grid->addItem(new QSpacerItem(kNarrowestBox, 0), grid->rowCount(), 0, 1, grid->columnCount());
+  if (buttons == MsgBoxButtons::kYesNo) {
+    box.setStandardButtons(QMessageBox::Yes | QMessageBox::No);
+    box.setEscapeButton(QMessageBox::No);
+  }
+  if (cause == MsgBoxCause::kByItself) new UnaskedBox(box);
   switch (Answer(box)) {
     case QMessageBox::Yes:
       return MsgBoxResult::kYes;
@@ -99,6 +116,18 @@ MsgBoxResult MsgBox(const std::string& text, const std::string& title, MsgBoxBut
     default:
       return MsgBoxResult::kOk;
   }
+}
+
+void ShowNotice(const std::string& text, const std::string& title, bool busy, std::function<void()> closed) {
+  busy = busy || QApplication::activeModalWidget() != nullptr || QApplication::activePopupWidget() != nullptr;
+  auto* box = new QMessageBox(busy ? MainWindow() : Parent());
+  SetUp(*box, text, title);
+  box->setAttribute(Qt::WA_DeleteOnClose);
+  box->setAttribute(Qt::WA_ShowWithoutActivating, busy);
+  box->setWindowModality(busy ? Qt::NonModal : Qt::ApplicationModal);
+  QObject::connect(box, &QMessageBox::finished, [closed = std::move(closed)] { closed(); });
+  new UnaskedBox(*box);
+  box->show();
 }
 
 bool CommonDialog::ShowOpen() { return Ask(*this, QFileDialog::AcceptOpen); }

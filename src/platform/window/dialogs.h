@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <string>
 
 namespace morva {
@@ -8,10 +9,19 @@ enum class MsgBoxButtons { kOk, kYesNo };
 enum class MsgBoxIcon { kNone, kCritical, kExclamation };
 enum class MsgBoxResult { kOk, kYes, kNo };
 
+/// What a box answers: something that the user has just done, or nothing of the kind. The latter takes neither keys nor
+/// clicks in its first 700 ms.
+enum class MsgBoxCause { kUser, kByItself };
+
 /// Shows a box with the text as it stands, nothing in it taken for markup, and waits for the user. Timers and sockets
 /// go on meanwhile. Closing a Yes/No box counts as No.
 MsgBoxResult MsgBox(const std::string& text, const std::string& title, MsgBoxButtons buttons = MsgBoxButtons::kOk,
-                    MsgBoxIcon icon = MsgBoxIcon::kNone);
+                    MsgBoxIcon icon = MsgBoxIcon::kNone, MsgBoxCause cause = MsgBoxCause::kUser);
+
+/// Shows a box that comes by itself, with OK and no icon, does not wait, and calls `closed` once the user has closed
+/// it. Where the user is busy with a menu, a file dialog or another box, or `busy` says so, it stands there without
+/// taking the keys from it.
+void ShowNotice(const std::string& text, const std::string& title, bool busy, std::function<void()> closed);
 
 inline constexpr int kOverwritePrompt = 0x2;
 inline constexpr int kHideReadOnly = 0x4;
@@ -23,7 +33,7 @@ class CommonDialog {
   std::string DialogTitle;
   std::string Filter;    ///< "Text (*.txt)|*.txt"
   int Flags = 0;         ///< the k… flags above, added
-  std::string InitDir;   ///< where the dialog starts; the user's documents folder where this one can't be written to
+  std::string InitDir;   ///< where the dialog starts; another folder of the user's where this can't be written to
   std::string FileName;  ///< the choice, as typed, with its folder; a name without a folder is offered at the start
 
   /// Waits for the user. False: the user gave no name, and FileName is as it was.

@@ -48,7 +48,7 @@ class Form : public FormEvents {
   void TypeInto(Control& line);
   void Show();
   void Hide();
-  /// Makes it the window that the user works in, unless the user works in another program.
+  /// Makes it the window that the user works in, unless that is another program's, a box, a file dialog or a menu.
   void SetFocus();
   /// Opens a menu's items at the place, twips within the client area, and waits until it is closed.
   void PopupMenu(Menu& menu, double x, double y);
