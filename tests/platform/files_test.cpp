@@ -30,7 +30,7 @@ TEST_F(Files, AreWrittenWholeByteForByte) {
 }
 
 TEST_F(Files, WhatCantBeWrittenStaysAsItWas) {
-  ASSERT_TRUE(WriteFile(At("kept"), "as it was"));
+  ASSERT_TRUE(WriteFile(At("kept"), "as it was") && WriteFile(At("open"), "") && chmod(At("open").c_str(), 0666) == 0);
   // As good as a full disk: a part of each is taken.
   const auto handler = std::signal(SIGXFSZ, SIG_IGN);
   rlimit before{};
@@ -41,15 +41,22 @@ TEST_F(Files, WhatCantBeWrittenStaysAsItWas) {
     EXPECT_FALSE(WriteFile(At("kept"), std::string(size, 'x')) || WriteFile(At("new"), std::string(size, 'x')));
   }
   setrlimit(RLIMIT_FSIZE, &before);
-  std::signal(SIGXFSZ, handler);
 
   // For root no folder is read-only.
   ASSERT_TRUE(chmod(At("").c_str(), 0555) == 0 && (geteuid() != 0 || seteuid(65534) == 0));
   EXPECT_FALSE(WriteFile(At("kept"), "other") || WriteFile(At("new"), "other"));
+  // A file that may be written can be, where no other one can stand beside it.
+  for (const std::string& bytes : {std::string(5000, 'x'), std::string("short")}) {
+    EXPECT_TRUE(WriteFile(At("open"), bytes) && ReadFile(At("open")) == bytes);
+  }
+  setrlimit(RLIMIT_FSIZE, &full);
+  EXPECT_TRUE(!WriteFile(At("open"), std::string(2000, 'x')) && ReadFile(At("open")) == "short");
+  setrlimit(RLIMIT_FSIZE, &before);
+  std::signal(SIGXFSZ, handler);
   ASSERT_TRUE(seteuid(getuid()) == 0 && chmod(At("").c_str(), 0755) == 0);
   EXPECT_FALSE(WriteFile(At("no folder/new"), "other") || WriteFile(At(""), "other") || WriteFile("", "other"));
   EXPECT_EQ(ReadFile(At("kept")), "as it was");
-  EXPECT_EQ(Count(), 1);
+  EXPECT_EQ(Count(), 2);
 }
 
 TEST_F(Files, WhatIsNoFileIsNeitherReadNorReplaced) {

@@ -1,5 +1,8 @@
 #include "platform/system/plain_files.h"
 
+#include <fcntl.h>
+#include <unistd.h>
+
 #include <QFile>
 #include <QFileInfo>
 #include <QSaveFile>
@@ -18,11 +21,33 @@ std::optional<std::string> ReadFile(const std::string& name, std::size_t most) {
   return file.read(static_cast<qint64>(most)).toStdString();
 }
 
+namespace {
+
+bool Overwrite(int file, std::string_view bytes) {
+  return ::pwrite(file, bytes.data(), bytes.size(), 0) == static_cast<ssize_t>(bytes.size()) &&
+         ::ftruncate(file, static_cast<off_t>(bytes.size())) == 0 && ::fsync(file) == 0;
+}
+
+// Where no second file can be made beside it, the bytes take the old ones' places. The room is there before anything is
+// touched, and what was there goes back when something fails all the same.
+bool WriteInPlace(const std::string& name, std::string_view bytes) {
+  const auto before = ReadFile(name, static_cast<std::size_t>(QFileInfo(QtText(name)).size()));
+  const int file = before ? ::open(name.c_str(), O_WRONLY | O_CLOEXEC) : -1;
+  if (file < 0) return false;
+  const bool grows = bytes.size() > before->size();
+  const bool has_room = !grows || ::posix_fallocate(file, 0, static_cast<off_t>(bytes.size())) == 0;
+  const bool written = has_room && Overwrite(file, bytes);
+  if (!written) Overwrite(file, *before);
+  return ::close(file) == 0 && written;
+}
+
+}  // namespace
+
 bool WriteFile(const std::string& name, std::string_view bytes) {
   // A device or a pipe would be replaced by a file.
   if (QFileInfo::exists(QtText(name)) && !FileExists(name)) return false;
   QSaveFile file(QtText(name));
-  if (!file.open(QIODevice::WriteOnly)) return false;
+  if (!file.open(QIODevice::WriteOnly)) return FileExists(name) && WriteInPlace(name, bytes);
   // A full disk can take a part, which commit alone would make the file.
   const auto size = static_cast<qint64>(bytes.size());
   return file.write(bytes.data(), size) == size && file.flush() && file.commit();
