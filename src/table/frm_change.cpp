@@ -63,6 +63,7 @@ FrmChange::FrmChange()
 void FrmChange::Form_Load() {
   frmChess->Enabled = false;
   Index = Val(frmChess->Tag);
+  OldPiece = frmChess->OldPiece;
   const int piece = Val(frmChess->squ(Index).Tag);
   cmdTrash.Enabled = piece != 0;
   SelectPiece(piece > 0 ? piece : PieceOfTheGame());
@@ -85,12 +86,14 @@ void FrmChange::cmdOK_Click() {
   frmChess->SetFocus();
   Transmit(TwoDigits(Index) + std::to_string(piece) + std::to_string(color), kChange);
   frmChess->who = frmChess->Nick;
+  frmChess->OldPiece = OldPiece;
   frmChess->ChangeToHist(Index);
   Unload(frmChange);
 }
 
 void FrmChange::cmdTrash_Click() {
   frmChess->who = frmChess->Nick;
+  frmChess->OldPiece = OldPiece;
   frmChess->TrashToHist(Index);
   frmChess->Enabled = true;
   frmChess->EmptySquare(Index);

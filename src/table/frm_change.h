@@ -28,7 +28,8 @@ class FrmChange : public Form {
   void cmdTrash_Click();
   void cmdCancel_Click();
 
-  int Index = 0;  ///< the square
+  int Index = 0;     ///< the square
+  int OldPiece = 0;  ///< what stood there when the dialog opened; the other side's actions don't reach it
 };
 
 inline Window<FrmChange> frmChange;
