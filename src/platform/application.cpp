@@ -4,6 +4,7 @@
 
 #include <QApplication>
 #include <QSettings>
+#include <QWidget>
 #include <cstdio>
 #include <cstdlib>
 
@@ -18,7 +19,13 @@ static void InitStoredFiles() { Q_INIT_RESOURCE(stored); }
 
 namespace morva {
 
-std::function<void()> end_program = [] { std::quick_exit(0); };
+std::function<void()> end_program = [] {
+  // The rest that has to be done may take a while, for which nobody should have to wait.
+  const QWidgetList windows = QApplication::topLevelWidgets();
+  for (QWidget* window : windows) window->hide();
+  QApplication::processEvents(QEventLoop::ExcludeUserInputEvents | QEventLoop::ExcludeSocketNotifiers);
+  std::quick_exit(0);
+};
 
 void End() {
   end_program();
