@@ -10,7 +10,8 @@ namespace morva {
 
 namespace {
 constexpr int kDeafMs = 700;
-}
+constexpr int kRepeatMs = 150;  // well over the pause between two signs of life of a key that is held down
+}  // namespace
 
 UnaskedBox::UnaskedBox(QWidget& box) : QObject(&box), box_(box) {
   QWidget* focused = QApplication::focusWidget();
@@ -26,8 +27,7 @@ bool UnaskedBox::eventFilter(QObject* receiver, QEvent* event) {
     case QEvent::KeyPress:
     case QEvent::KeyRelease:
     case QEvent::ShortcutOverride:
-      // A key that is held down was meant for what had the keys when it went down.
-      if (!deaf && !static_cast<QKeyEvent*>(event)->isAutoRepeat()) return false;
+      if (!IsHeld(static_cast<QKeyEvent*>(event)->key(), deaf) && !deaf) return false;
       if (deaf) HandOn(*event);
       event->accept();
       return true;
@@ -47,6 +47,18 @@ bool UnaskedBox::eventFilter(QObject* receiver, QEvent* event) {
     default:
       return false;
   }
+}
+
+// A key that is held down was meant for what had the keys when it went down. The toolkit can't always tell.
+bool UnaskedBox::IsHeld(int key, bool deaf) {
+  const auto known = held_.find(key);
+  const bool held = known != held_.end() && known->second.elapsed() < kRepeatMs;
+  if (held || deaf) {
+    held_[key].start();
+  } else if (known != held_.end()) {
+    held_.erase(known);
+  }
+  return held;
 }
 
 void UnaskedBox::HandOn(const QEvent& event) const {

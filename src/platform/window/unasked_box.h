@@ -4,6 +4,7 @@
 #include <QObject>
 #include <QPointer>
 #include <QWidget>
+#include <map>
 
 namespace morva {
 
@@ -18,11 +19,13 @@ class UnaskedBox : public QObject {
   bool eventFilter(QObject* receiver, QEvent* event) override;
 
  private:
+  bool IsHeld(int key, bool deaf);
   void HandOn(const QEvent& event) const;
 
   QWidget& box_;
   QPointer<QWidget> line_;  ///< that had the keys
   QElapsedTimer seen_;
+  std::map<int, QElapsedTimer> held_;  ///< keys that went down too early, and their last sign of life
 };
 
 }  // namespace morva
