@@ -62,21 +62,19 @@ TEST(BoardLine, TakesBadLettersAndNeverWritesThem) {
 }
 
 TEST(Setups, LeaveNoPieceOfTheOldGame) {
-  TestBoard first, board;
-  first.PaintChess();
-  EXPECT_EQ(first.BoardLine(), "fhgjighfeeeeeeeedndndndnndndndnddndndndnndndndndooooooooprqtsqrp");
-  board.SetUpCheckers();
-  EXPECT_EQ(board.BoardLine(), "dkdkdkdkkdkdkdkddkdkdkdkndndndnddndndndnududududdudududuudududud");
-  board.SetUpChess();
-  board.hover(20, kWhite);
-  // The squares of the third row keep the colour of the black checkers, those of the sixth that of the white ones.
-  EXPECT_EQ(board.BoardLine(), "fhgjighfeeeeeeeeddddddddndndndnddndndndnndndndndooooooooprqtsqrp");
-  board.SetUpCheckers();
-  EXPECT_EQ(board.BoardLine(), "dkdkdkdkkdkdkdkddkdkdkdkndndndnddndndndnududududnunununuunununun");
-  for (int i = 0; i < 64; ++i) EXPECT_EQ(board.squ(i).Strokes().size(), board.squ(i).Tag == "7" ? 1U : 0U) << i;
-  board.ClearBoard();
-  EXPECT_EQ(board.BoardLine(), std::string(64, 'd'));
-  for (int i = 0; i < 64; ++i) EXPECT_TRUE(board.Bare(i)) << i;
+  TestBoard board;
+  const std::tuple<void (Board::*)(), const char*> setups[] = {
+      {&Board::PaintChess, "fhgjighfeeeeeeeedndndndnndndndnddndndndnndndndndooooooooprqtsqrp"},
+      {&Board::SetUpCheckers, "dkdkdkdkkdkdkdkddkdkdkdkndndndnddndndndnududududnunununuunununun"},
+      // The squares of the third row keep the colour of the black checkers, those of the sixth that of the white ones.
+      {&Board::SetUpChess, "fhgjighfeeeeeeeeddddddddndndndnddndndndnndndndndooooooooprqtsqrp"},
+      {&Board::ClearBoard, "dddddddddddddddddddddddddddddddddddddddddddddddddddddddddddddddd"}};
+  for (const auto& [set_up, line] : setups) {
+    (board.*set_up)();
+    EXPECT_EQ(board.BoardLine(), line);
+    for (int i = 0; i < 64; ++i) EXPECT_EQ(board.squ(i).Strokes().empty(), board.squ(i).Tag == "0") << i;
+    board.hover(20, kWhite);
+  }
 }
 
 TEST(DoMove, ConvertsOnTheFarRowAndNowhereElse) {
@@ -102,17 +100,6 @@ TEST(DoMove, ConvertsOnTheFarRowAndNowhereElse) {
     const auto picture = board.squ(move.too).Strokes();
     board.drawmove(move.too, color);
     EXPECT_EQ(board.squ(move.too).Strokes(), picture);
-  }
-}
-
-TEST(DoMove, OfNothingEmptiesAndTellsNothing) {
-  for (const int too : {0, 20, 60}) {  // onto itself, an empty square, a piece that another board doesn't have
-    TestBoard board;
-    board.king(60, 1);
-    board.hover(0, kWhite);
-    board.hover(20, kWhite);
-    board.DoMove(0, too);
-    EXPECT_TRUE(board.Bare(0) && board.Bare(too) && board.i1 == 0 && board.i2 == too && board.history.empty());
   }
 }
 

@@ -71,11 +71,6 @@ TEST_F(GameFile, IsTheBoardAtTheEndOfTheDialogAndComesBackHereAndThere) {
   EXPECT_EQ(Board(), board);
   EXPECT_EQ(Sent(), "1__" + line);
   EXPECT_TRUE(History().empty());
-
-  frmControl->tcp.Close();
-  frmChess->ClearBoard();
-  OpenGame(*frmChess, Path("game"));
-  EXPECT_EQ(Board(), board);
 }
 
 TEST_F(GameFile, IsOnlyReadUpToTheEndOfItsFirstLine) {

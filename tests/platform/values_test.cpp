@@ -18,14 +18,5 @@ TEST(Values, AreTheNumberThatATextStartsWith) {
   }
 }
 
-TEST(Values, AreWrittenAndRounded) {
-  for (const auto& [number, text] : {std::pair{0, "00"}, {9, "09"}, {10, "10"}, {100, "100"}}) {
-    EXPECT_EQ(TwoDigits(number), text);
-  }
-  for (const auto& [value, whole] : {std::pair{0.5, 0}, {1.5, 2}, {2.5, 2}, {2.51, 3}, {-1.5, -2}}) {
-    EXPECT_EQ(RoundToEven(value), whole) << value;
-  }
-}
-
 }  // namespace
 }  // namespace morva

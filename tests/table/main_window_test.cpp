@@ -24,8 +24,6 @@ TEST_F(Table, TheMarkerFliesFromSquareToSquare) {
     };
     EXPECT_LE((QPoint(marker.X1, marker.Y1) - corner(from)).manhattanLength(), 30);
     EXPECT_LE((QPoint(marker.X2, marker.Y2) - corner(too)).manhattanLength(), 30);
-    QTest::mouseClick(MainWindow(), Qt::MiddleButton, {}, At(33));
-    EXPECT_EQ(Sent(), "");
     ASSERT_TRUE(Await([&] { return marker.Step >= 10; }));
     const double part = marker.Step / 40.0;
     EXPECT_NEAR(marker.Left(), marker.X1 + part * (marker.X2 - marker.X1), 15);
