@@ -1,8 +1,30 @@
 #include "platform/style.h"
 
+#include <QPainter>
+#include <QStyleOption>
+
 #include "platform/drawing/qt_color.h"
 
 namespace morva {
+
+namespace {
+
+Ground WindowOf(const QPalette& palette) {
+  const Color window = ColorOf(palette.color(QPalette::Window));
+  return {window, window};
+}
+
+bool IsDark(const QPalette& palette) {
+  return Contrast(kWhite, WindowOf(palette)) > Contrast(kBlack, WindowOf(palette));
+}
+
+// The outlines that the style draws are darker than the window: on a dark one they are lost.
+QColor Outline(const QPalette& palette) {
+  constexpr Color kGrey = 0x757575;
+  return QtColor(Readable(kGrey, WindowOf(palette), kReadableLarge));
+}
+
+}  // namespace
 
 void Style::polish(QPalette& palette) {
   for (const auto group : {QPalette::Active, QPalette::Inactive, QPalette::Disabled}) {
@@ -16,9 +38,26 @@ void Style::polish(QPalette& palette) {
     mend(QPalette::Text, color(QPalette::Base), color(QPalette::Base).lighter(108));
     mend(QPalette::WindowText, color(QPalette::Window), color(QPalette::Button));
     mend(QPalette::ToolTipText, color(QPalette::ToolTipBase), color(QPalette::ToolTipBase));
+    if (IsDark(palette)) palette.setColor(group, QPalette::Mid, Outline(palette));
     // Here the text is likely the one colour that was meant so.
     mend(QPalette::Highlight, color(QPalette::HighlightedText), color(QPalette::HighlightedText));
   }
+}
+
+void Style::drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
+                          const QWidget* widget) const {
+  QProxyStyle::drawPrimitive(element, option, painter, widget);
+  if (!IsDark(option->palette)) return;
+  const bool box = element == PE_FrameLineEdit || element == PE_PanelButtonCommand || element == PE_Frame;
+  const bool ring = element == PE_IndicatorRadioButton;
+  if (!ring && (!box || option->state.testFlag(State_HasFocus))) return;
+  const QRectF line = QRectF(option->rect).adjusted(0.5, 0.5, -0.5, -0.5);
+  painter->save();
+  painter->setRenderHint(QPainter::Antialiasing);
+  painter->setPen(Outline(option->palette));
+  painter->setBrush(Qt::NoBrush);
+  ring ? painter->drawEllipse(line) : painter->drawRoundedRect(line, 2, 2);
+  painter->restore();
 }
 
 int Style::pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const {

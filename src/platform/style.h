@@ -11,6 +11,9 @@ class Style : public QProxyStyle {
   using QProxyStyle::polish;
   /// Makes every text of the desktop's colours readable on what it stands on; what can be read already stays.
   void polish(QPalette& palette) override;
+  /// Outlines input lines, buttons and lists on a dark window, too.
+  void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
+                     const QWidget* widget) const override;
   int pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const override;
   int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
                 QStyleHintReturn* answer) const override;

@@ -72,7 +72,8 @@ class Pictures : public Walk {
     EXPECT_TRUE(names_.insert(file).second) << name;
     const bool toolkits = qobject_cast<QMenu*>(&seen) != nullptr || qobject_cast<QMessageBox*>(&seen) != nullptr;
     if (!exact_ && !approving_ && toolkits) return;  // it lays them out by its fonts
-    const QImage now = PictureOf(seen);
+    QImage now = PictureOf(seen);
+    now.setDevicePixelRatio(1);
     QImage approved(approved_.filePath(file));
     approved.convertTo(QImage::Format_RGB32);
     const bool same_size = approved.size() == now.size();

@@ -111,9 +111,17 @@ void Doubt() {
   running->doubt.start(kMomentMs);
 }
 
-QCursor Hand() {
-  static const QCursor hand(QPixmap(":/pictures/hand.png"), 20, 0);
-  return hand;
+// As large as everything else on the window.
+QCursor Hand(double scale) {
+  constexpr int kSide = 32;
+  constexpr int kFingertip = 20;
+  QPixmap hand(scale > 1 ? ":/pictures/hand@2x.png" : ":/pictures/hand.png");
+  const int side = qRound(kSide * scale);
+  if (hand.width() != side) hand = hand.scaled(side, side, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+  hand.setDevicePixelRatio(scale);
+  // Under X a cursor is measured in dots.
+  const double unit = QGuiApplication::platformName() == "xcb" ? scale : 1;
+  return QCursor(hand, qRound(kFingertip * unit), 0);
 }
 
 }  // namespace
@@ -122,7 +130,7 @@ void Drag::Begin(Control& source, QPoint screen) {
   NativeWindow* window = NativeWindow::Of(source.Native());
   if (window == nullptr || running) return;
   running.emplace(source, *window);
-  QGuiApplication::setOverrideCursor(Hand());
+  QGuiApplication::setOverrideCursor(Hand(window->devicePixelRatioF()));
   MoveTo(screen);
 }
 
