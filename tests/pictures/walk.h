@@ -83,7 +83,10 @@ class Walk : public GameTest {
     bool seen = false;
     QTimer user;
     user.callOnTimeout([&] {
-      auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+      QMessageBox* box = nullptr;
+      for (QWidget* window : QApplication::topLevelWidgets()) {
+        if (window->isVisible() && box == nullptr) box = qobject_cast<QMessageBox*>(window);
+      }
       if (box == nullptr || seen) return;
       seen = true;
       EXPECT_TRUE(QTest::qWaitForWindowActive(box)) << name;
@@ -92,7 +95,7 @@ class Walk : public GameTest {
     });
     user.start(5);
     meanwhile();
-    EXPECT_TRUE(seen) << name;
+    EXPECT_TRUE(Await([&] { return seen; })) << name;  // a notice doesn't wait for its user
   }
 
   void StartUp() {
