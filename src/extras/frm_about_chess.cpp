@@ -23,20 +23,20 @@ constexpr char kLegalNotice[] =
 
 FrmAboutChess::FrmAboutChess() : Form({.scale_width = 7275, .scale_height = 4395}) {
   Place({
-      {"picTop", picTop, 3960, 0, 3240, 720},
-      {"photo", photo, 5715, 840, 1485, 1815, "portrait"},
-      {"cmdOK", cmdOK, 6480, 3960, 735, 375, "OK"},
-      {"picLeft", picLeft, 0, 0, 660, 4455},
-      {"Image1", Image1, 120, 120, 540, 540, "icon-32", &picLeft},
-      {"title(0)", title(0), 720, 120, 6495, 375, "Morva"},
-      {"title(1)", title(1), 705, 105, 6495, 375, "Morva"},
-      {"title(2)", title(2), 735, 135, 6495, 375, "Morva"},
-      {"legal", legal, 720, 2880, 6495, 975},
-      {"Label1", Label1, 720, 855, 4935, 1680, kThanks},
-      {"Line1", Line1, 720, 720, 6480, 15},
-      {"Line2", Line2, 720, 735, 6480, 15},
-      {"Line3", Line3, 720, 2745, 6480, 15},
-      {"Line4", Line4, 720, 2760, 6480, 15},
+      {picTop, 3960, 0, 3240, 720},
+      {photo, 5715, 840, 1485, 1815, "portrait"},
+      {cmdOK, 6480, 3960, 735, 375, "OK"},
+      {picLeft, 0, 0, 660, 4455},
+      {Image1, 120, 120, 540, 540, "icon-32", &picLeft},
+      {title(0), 720, 120, 6495, 375, "Morva"},
+      {title(1), 705, 105, 6495, 375, "Morva"},
+      {title(2), 735, 135, 6495, 375, "Morva"},
+      {legal, 720, 2880, 6495, 975},
+      {Label1, 720, 855, 4935, 1680, kThanks},
+      {Line1, 720, 720, 6480, 15},
+      {Line2, 720, 735, 6480, 15},
+      {Line3, 720, 2745, 6480, 15},
+      {Line4, 720, 2760, 6480, 15},
   });
   DefaultButton(cmdOK);
   CancelButton(cmdOK);

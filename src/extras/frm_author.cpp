@@ -22,15 +22,15 @@ FrmAuthor::FrmAuthor()
             .title_bar = false,
             .start = FormStyle::Start::kByCode}) {
   Place({
-      {"photo", photo, 4200, 0, 1485, 1815},
-      {"lblPhoto", lblPhoto, 4320, 1965, 1215, 795, "The king,\nat home on E8."},
-      {"picGrad", picGrad, 0, 0, 4215, 2895},
-      {"picSmalGrad", picSmalGrad, 2655, 450, 1410, 30, "", &picGrad},
-      {"lblTheAuthor", lblTheAuthor, 0, 0, 4095, 495, "The Morva developers", &picGrad},
-      {"lblAuthorOf", lblAuthorOf, 0, 480, 4095, 255, "The Author of Morva", &picGrad},
-      {"lblInfo", lblInfo, 0, 720, 4095, 2175, kInfo, &picGrad},
+      {photo, 4200, 0, 1485, 1815},
+      {lblPhoto, 4320, 1965, 1215, 795, "The king,\nat home on E8."},
+      {picGrad, 0, 0, 4215, 2895},
+      {picSmalGrad, 2655, 450, 1410, 30, "", &picGrad},
+      {lblTheAuthor, 0, 0, 4095, 495, "The Morva developers", &picGrad},
+      {lblAuthorOf, 0, 480, 4095, 255, "The Author of Morva", &picGrad},
+      {lblInfo, 0, 720, 4095, 2175, kInfo, &picGrad},
       // A pen of two pixels on the height 465.
-      {"ln", ln, 0, 450, 3795, 30, "", &picGrad},
+      {ln, 0, 450, 3795, 30, "", &picGrad},
   });
   for (Label* label : {&lblPhoto, &lblTheAuthor, &lblAuthorOf, &lblInfo}) label->TextAlignment = Alignment::kCenter;
   lblTheAuthor.FontSize = 20.25;

@@ -52,7 +52,7 @@ FrmInstructions::FrmInstructions()
             .on_task_bar = true,
             .escape_closes = true}) {
   Place({
-      {"textbox", textbox, 0, 0, 7095, 6255},
+      {textbox, 0, 0, 7095, 6255},
   });
 }
 

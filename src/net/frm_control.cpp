@@ -11,9 +11,9 @@ namespace morva {
 
 FrmControl::FrmControl() : Form({.scale_width = 4590, .scale_height = 960}) {
   Place({
-      {"cmdCancel", cmdCancel, 3390, 510, 1080, 345, "Cancel"},
-      {"PicIcon", PicIcon, 120, 120, 480, 480},
-      {"lblStat", lblStat, 750, 135, 3795, 690},
+      {cmdCancel, 3390, 510, 1080, 345, "Cancel"},
+      {PicIcon, 120, 120, 480, 480},
+      {lblStat, 750, 135, 3795, 690},
   });
   CancelButton(cmdCancel);
 

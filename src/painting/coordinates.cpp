@@ -9,11 +9,10 @@ namespace morva {
 
 std::vector<LayoutRow> Coordinates::Layout() {
   cmdShowCoord.ToolTipText = "Show co-ordinates";
-  std::vector<LayoutRow> rows{{"cmdShowCoord", cmdShowCoord, 45, 45, 240, 240, "C"}};
+  std::vector<LayoutRow> rows{{cmdShowCoord, 45, 45, 240, 240, "C"}};
   for (int k = 0; k < 8; ++k)
-    rows.push_back({"Coord", Coord(k + 8), 45, 300.0 + 840 * k, 240, 240, std::string(1, "12345678"[k])});
-  for (int k = 0; k < 8; ++k)
-    rows.push_back({"Coord", Coord(k), 300.0 + 840 * k, 45, 240, 240, std::string(1, "ABCDEFGH"[k])});
+    rows.push_back({Coord(k + 8), 45, 300.0 + 840 * k, 240, 240, std::string(1, "12345678"[k])});
+  for (int k = 0; k < 8; ++k) rows.push_back({Coord(k), 300.0 + 840 * k, 45, 240, 240, std::string(1, "ABCDEFGH"[k])});
   return rows;
 }
 

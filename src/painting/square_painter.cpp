@@ -18,7 +18,7 @@ SquarePainter::SquarePainter(const FormStyle& style) : Form(style) {
 void SquarePainter::PlaceSquares() {
   for (int i = 0; i < 64; ++i) {
     const int row = i / 8;
-    Place({{"squ", squ(i), 840.0 * (i % 8), 840.0 * row, 845, 845}});
+    Place({{squ(i), 840.0 * (i % 8), 840.0 * row, 845, 845}});
   }
 }
 

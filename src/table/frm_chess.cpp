@@ -18,9 +18,9 @@ FrmChess::FrmChess()
 void FrmChess::LayOut() {
   Place(coordinates.Layout());
   Place({
-      {"cmdDefault", cmdDefault, 5520, 7320, 540, 225, "Send"},
-      {"txtIn", txtIn, 0, 7800, 6720, 285},
-      {"txtOut", txtOut, 0, 6720, 6720, 1095},
+      {cmdDefault, 5520, 7320, 540, 225, "Send"},
+      {txtIn, 0, 7800, 6720, 285},
+      {txtOut, 0, 6720, 6720, 1095},
   });
   PlaceSquares();
   DefaultButton(cmdDefault);

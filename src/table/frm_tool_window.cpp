@@ -14,16 +14,16 @@ FrmToolWindow::FrmToolWindow()
             .close_box = false,
             .start = FormStyle::Start::kByCode}) {
   Place({
-      {"picContain", picContain, 0, 0, 15000, 1545},
-      {"rshape", rshape, 0, 1095, 375, 375, "", &picContain},
-      {"lshape", lshape, 0, 465, 375, 375, "", &picContain},
-      {"lblVS", lblVS, 0, 840, 3255, 255, "vs.", &picContain},
-      {"lblTime", lblTime, 0, 0, 3240, 465, "00:00:00", &picContain},
-      {"lblOpNick", lblOpNick, 480, 1080, 15000, 375, "", &picContain},
-      {"lblNick", lblNick, 480, 480, 15000, 375, "", &picContain},
-      {"lbl3D(1)", lbl3D(1), 495, 495, 15000, 360, "", &picContain},
-      {"lbl3D(0)", lbl3D(0), 465, 465, 15000, 375, "", &picContain},
-      {"lstHist", lstHist, 0, 1560, 3240, 2010},
+      {picContain, 0, 0, 15000, 1545},
+      {rshape, 0, 1095, 375, 375, "", &picContain},
+      {lshape, 0, 465, 375, 375, "", &picContain},
+      {lblVS, 0, 840, 3255, 255, "vs.", &picContain},
+      {lblTime, 0, 0, 3240, 465, "00:00:00", &picContain},
+      {lblOpNick, 480, 1080, 15000, 375, "", &picContain},
+      {lblNick, 480, 480, 15000, 375, "", &picContain},
+      {lbl3D(1), 495, 495, 15000, 360, "", &picContain},
+      {lbl3D(0), 465, 465, 15000, 375, "", &picContain},
+      {lstHist, 0, 1560, 3240, 2010},
   });
   SetMenu({
       {.depth = 0, .item = mnuHidden, .caption = "b", .hidden = true},

@@ -32,12 +32,12 @@ extern Window<TestForm> testForm;
 
 struct TestForm : Form {
   TestForm() : Form({.scale_width = 4500, .scale_height = 3000}) {
-    Place({{"ok", ok, 0, 0, 900, 300, "OK"},
-           {"cancel", cancel, 900, 0, 900, 300, "Cancel"},
-           {"other", other, 1800, 0, 900, 300, "Other"},
-           {"box", box, 0, 450, 3000, 300},
-           {"log", log, 0, 900, 3000, 900},
-           {"list", list, 0, 1900, 3000, 900}});
+    Place({{ok, 0, 0, 900, 300, "OK"},
+           {cancel, 900, 0, 900, 300, "Cancel"},
+           {other, 1800, 0, 900, 300, "Other"},
+           {box, 0, 450, 3000, 300},
+           {log, 0, 900, 3000, 900},
+           {list, 0, 1900, 3000, 900}});
     SetMenu({{0, menu, "&Menu"}, {1, copy, "C", "Ctrl+C"}, {1, cut, "X", "Ctrl+X"}, {1, undo, "Z", "Ctrl+Z"}});
     DefaultButton(ok);
     CancelButton(cancel);

@@ -17,7 +17,6 @@ namespace morva {
 
 /// A row of a window's control table, front to back.
 struct LayoutRow {
-  const char* name;
   Control& control;
   double left, top, width, height;  ///< twips within the window, or within the control `in`
   std::string text = {};            ///< caption, text or picture, by kind
