@@ -13,11 +13,6 @@ namespace {
 constexpr double kGuestHeight = 2130;
 constexpr double kHostHeight = 1665;
 
-void SelectWhole(TextBox& box) {
-  box.SelStart = 0;
-  box.SelLength = static_cast<int>(box.Text().size());
-}
-
 void Oops(const std::string& text) { MsgBox(text, "Oops", MsgBoxButtons::kOk, MsgBoxIcon::kCritical); }
 
 }  // namespace
@@ -25,15 +20,15 @@ void Oops(const std::string& text) { MsgBox(text, "Oops", MsgBoxButtons::kOk, Ms
 FrmWelcome::FrmWelcome()
     : Form({.caption = "Morva", .scale_width = 3915, .scale_height = kGuestHeight, .on_task_bar = true}) {
   Place({
-      {"cmdGo", cmdGo, 2655, 210, 1155, 420},
-      {"txtHost", txtHost, 720, 1680, 1815, 285},
-      {"txtNick", txtNick, 720, 1200, 1815, 285, "Me"},
-      {"Frame1", Frame1, 120, 120, 2415, 855, "I am the:"},
-      {"rdoGuest", rdoGuest, 1320, 360, 735, 255, "Guest", &Frame1},
-      {"rdoHost", rdoHost, 240, 360, 735, 255, "Host", &Frame1},
-      {"lblCopy", lblCopy, 2655, 825, 1155, 1230},
-      {"Label2", Label2, 120, 1710, 495, 255, "Host:"},
-      {"Label1", Label1, 120, 1230, 495, 255, "Nick:"},
+      {cmdGo, 2655, 210, 1155, 420},
+      {txtHost, 720, 1680, 1815, 285},
+      {txtNick, 720, 1200, 1815, 285, "Me"},
+      {Frame1, 120, 120, 2415, 855, "I am the:"},
+      {rdoGuest, 1320, 360, 735, 255, "Guest", &Frame1},
+      {rdoHost, 240, 360, 735, 255, "Host", &Frame1},
+      {lblCopy, 2655, 825, 1155, 1230},
+      {Label2, 120, 1710, 495, 255, "Host:"},
+      {Label1, 120, 1230, 495, 255, "Nick:"},
   });
   TabOrder({&rdoHost, &rdoGuest, &txtNick, &txtHost, &cmdGo});
   DefaultButton(cmdGo);
@@ -41,8 +36,8 @@ FrmWelcome::FrmWelcome()
 
   rdoGuest.Click = [this] { rdoGuest_Click(); };
   rdoHost.Click = [this] { rdoHost_Click(); };
-  txtNick.GotFocus = [this] { SelectWhole(txtNick); };
-  txtHost.GotFocus = [this] { SelectWhole(txtHost); };
+  txtNick.GotFocus = [this] { txtNick.SelectAll(); };
+  txtHost.GotFocus = [this] { txtHost.SelectAll(); };
   cmdGo.Click = [this] { cmdGo_Click(); };
 }
 

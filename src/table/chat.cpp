@@ -73,8 +73,7 @@ void FrmChess::cmdDefault_Click() {
 
 void FrmChess::txtOut_GotFocus() {
   txtIn.SetFocus();
-  txtIn.SelStart = 0;
-  txtIn.SelLength = static_cast<int>(txtIn.Text().size());
+  txtIn.SelectAll();
 }
 
 void FrmChess::SendCanned(const std::string& word, int sound) {

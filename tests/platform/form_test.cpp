@@ -15,8 +15,10 @@
 #include "platform/controls/command_button.h"
 #include "platform/controls/frame.h"
 #include "platform/controls/list_box.h"
+#include "platform/controls/pictures.h"
 #include "platform/controls/text_box.h"
 #include "platform/controls/text_log.h"
+#include "platform/drawing/qt_color.h"
 #include "platform/system/timer.h"
 #include "platform/system/values.h"
 #include "platform/window/window.h"
@@ -37,7 +39,8 @@ struct TestForm : Form {
            {other, 1800, 0, 900, 300, "Other"},
            {box, 0, 450, 3000, 300},
            {log, 0, 900, 3000, 900},
-           {list, 0, 1900, 3000, 900}});
+           {list, 0, 1900, 3000, 900},
+           {disc, 3600, 450, 300, 300}});
     SetMenu({{0, menu, "&Menu"}, {1, copy, "C", "Ctrl+C"}, {1, cut, "X", "Ctrl+X"}, {1, undo, "Z", "Ctrl+Z"}});
     DefaultButton(ok);
     CancelButton(cancel);
@@ -60,6 +63,7 @@ struct TestForm : Form {
   TextBox box;
   TextLog log;
   ListBox list;
+  Panel disc;
   Menu menu, copy, cut, undo;
   Timer clock{1};
 };
@@ -180,14 +184,32 @@ TEST_F(Forms, TextBoxesHaveNoLimitAndTellEachKeyBeforeTheText) {
   TextBox& box = testForm->box;
   told.clear();
   QTest::keyClicks(box.Native(), "a ");
-  for (const auto key : {Qt::Key_Backspace, Qt::Key_Left}) QTest::keyClick(box.Native(), key);
-  EXPECT_EQ(Told(), "97() 32(a) 8(a ) ");
+  for (const auto key : {Qt::Key_Backspace, Qt::Key_Left, Qt::Key_Return}) QTest::keyClick(box.Native(), key);
+  TextBox alone;
+  alone.KeyPress = [](int key) { told += std::to_string(key); };
+  QTest::keyClick(alone.Native(), Qt::Key_Return);
+  EXPECT_EQ(Told(), "97() 32(a) 8(a ) ok 13");
   box.Text = std::string(100000, 'x');
   EXPECT_EQ(box.Text().size(), 100000U);
   box.Text = "J\xC3\xB6rg";
   box.SelStart = 1;
   box.SelLength = 2;
   EXPECT_EQ(static_cast<QLineEdit*>(box.Native())->selectedText(), "\xC3\xB6r");
+}
+
+TEST_F(Forms, FollowTheDesktopsColours) {
+  Panel& disc = testForm->disc;
+  disc.FillSolid = true;
+  disc.FillColor = disc.ForeColor = kButtonHighlight;
+  disc.Circle(150, 150, 300);
+  const QPalette usual = QGuiApplication::palette();
+  QPalette other(QColor(30, 40, 50));
+  other.setColor(QPalette::Light, Qt::blue);
+  for (const QPalette& palette : {other, usual}) {
+    QGuiApplication::setPalette(palette);
+    QTest::qWait(1);
+    EXPECT_EQ(disc.Native()->grab().toImage().pixelColor(10, 10), QtColor(kButtonHighlight));
+  }
 }
 
 TEST_F(Forms, ListsAndLogsShowTheirLastLineAndStartAnew) {

@@ -3,6 +3,8 @@
 #include <QInputMethodEvent>
 #include <QKeyEvent>
 #include <QLineEdit>
+#include <QPushButton>
+#include <algorithm>
 #include <climits>
 
 #include "platform/controls/native.h"
@@ -19,13 +21,19 @@ class InputLine : public QLineEdit {
  protected:
   void keyPressEvent(QKeyEvent* event) override {
     const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
-    // Enter belongs to the window's default button.
-    if (!enter && !event->text().isEmpty() && key_press) key_press(event->text().front().unicode());
+    if (!(enter && DefaultButton()) && !event->text().isEmpty() && key_press)
+      key_press(event->text().front().unicode());
     QLineEdit::keyPressEvent(event);
   }
   void inputMethodEvent(QInputMethodEvent* event) override {
     if (!event->commitString().isEmpty() && key_press) key_press(event->commitString().front().unicode());
     QLineEdit::inputMethodEvent(event);
+  }
+
+ private:
+  bool DefaultButton() const {
+    const auto buttons = window()->findChildren<QPushButton*>();
+    return std::any_of(buttons.begin(), buttons.end(), [](const QPushButton* button) { return button->isDefault(); });
   }
 };
 
@@ -54,5 +62,7 @@ TextBox::TextBox()
   };
   QObject::connect(&line, &QLineEdit::textChanged, [this](const QString& text) { Text.Store(StdText(text)); });
 }
+
+void TextBox::SelectAll() { As<QLineEdit>(*this).selectAll(); }
 
 }  // namespace morva

@@ -8,9 +8,12 @@ namespace morva {
 class TextBox : public Control {
  public:
   TextBox();
-  Property<std::string> Text;                  ///< UTF-8
-  Property<int> SelStart, SelLength;           ///< characters; assigning SelStart puts the cursor there
-  std::function<void(int KeyAscii)> KeyPress;  ///< each key with a character, before the text takes it; Enter as 13
+  Property<std::string> Text;         ///< UTF-8
+  Property<int> SelStart, SelLength;  ///< characters; assigning SelStart puts the cursor there
+  /// Each key with a character, before the text takes it. Enter comes as 13, unless the window has a default button: it
+  /// then is that button's alone.
+  std::function<void(int KeyAscii)> KeyPress;
+  void SelectAll();
   void SetLayoutText(const std::string& text) override { Text = text; }
 
  protected:

@@ -84,7 +84,10 @@ QImage Render(const Key& key) {
 QPixmap PictureOf(const std::vector<Stroke>& strokes, Color background, int width, int height, double scale) {
   static QCache<Key, QPixmap> pictures(96);
   Key key{strokes, Resolved(background), width, height, scale};
-  for (Stroke& stroke : key.strokes) stroke.color = Resolved(stroke.color);
+  for (Stroke& stroke : key.strokes) {
+    stroke.color = Resolved(stroke.color);
+    stroke.fill = Resolved(stroke.fill);
+  }
   if (const QPixmap* known = pictures.object(key)) return *known;
   QPixmap picture = QPixmap::fromImage(Render(key));
   // A gradient's panel is larger than all pieces together and is painted once an activation.

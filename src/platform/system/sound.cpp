@@ -73,10 +73,10 @@ class Speaker : public QIODevice {
   qint64 bytesAvailable() const override { return kRestAfter; }
 
  protected:
-  qint64 readData(char* data, qint64 room) override {
-    const qint64 wanted = room / kFrame;
+  qint64 readData(char* data, qint64 most) override {
+    const qint64 wanted = most / kFrame;
     const qint64 sounding = std::min(wanted, static_cast<qint64>(frames_.size()) - played_);
-    std::memcpy(data, frames_.data() + played_, static_cast<std::size_t>(sounding * kFrame));
+    if (sounding > 0) std::memcpy(data, frames_.data() + played_, static_cast<std::size_t>(sounding * kFrame));
     std::memset(data + sounding * kFrame, 0, static_cast<std::size_t>((wanted - sounding) * kFrame));
     played_ += sounding;
     silence_ = sounding > 0 ? 0 : silence_ + wanted * kFrame;

@@ -24,17 +24,17 @@ struct Target {
   float x = 0, y = 0;  // twips
 };
 
-void EndDoubt();
+void GoOn();
 
 struct Running {
   Running(Control& from, NativeWindow& begun_in) : source(from), window(begun_in) {
-    doubt.setSingleShot(true);
-    doubt.callOnTimeout(EndDoubt);
+    deactivated.setSingleShot(true);
+    deactivated.callOnTimeout(GoOn);
   }
   Control& source;
   NativeWindow& window;
   std::optional<Target> target;
-  QTimer doubt;                    // runs while the window may have been lost
+  QTimer deactivated;              // runs from the deactivation of the window until that is sure to last
   std::optional<QPoint> released;  // where the button was released in the meantime
 };
 
@@ -84,6 +84,8 @@ void Finish() {
 void DropAt(QPoint screen) {
   const std::optional<Target> target = TargetAt(running->window, screen);
   Control& source = running->source;
+  // The pointer may have come here without a movement.
+  if (!SamePlace(target, running->target)) Tell(running->target, DragState::kLeave);
   Finish();
   if (target && target->control != nullptr && target->control->DragDrop) {
     target->control->DragDrop(source, target->x, target->y);
@@ -95,8 +97,8 @@ void Cancel() {
   Finish();
 }
 
-void EndDoubt() {
-  running->doubt.stop();
+void GoOn() {
+  running->deactivated.stop();
   if (!running->window.isActiveWindow()) {
     Cancel();
   } else if (running->released) {
@@ -106,9 +108,9 @@ void EndDoubt() {
 
 // A window that has just been clicked can hear late that it had been left before: it is lost only if it is not back in
 // a moment, and a release waits for that.
-void Doubt() {
+void AwaitReactivation() {
   constexpr int kMomentMs = 250;
-  running->doubt.start(kMomentMs);
+  running->deactivated.start(kMomentMs);
 }
 
 // As large as everything else on the window.
@@ -142,16 +144,16 @@ bool Drag::Takes(const QWidget& receiver, QEvent& event) {
   if (!running) return false;
   switch (event.type()) {
     case QEvent::MouseMove:
-      MoveTo(static_cast<QMouseEvent&>(event).globalPosition().toPoint());
+      if (!running->released) MoveTo(static_cast<QMouseEvent&>(event).globalPosition().toPoint());
       return true;
     case QEvent::MouseButtonRelease:
       if (static_cast<QMouseEvent&>(event).button() != Qt::LeftButton) return true;
       running->released = static_cast<QMouseEvent&>(event).globalPosition().toPoint();
-      if (!running->doubt.isActive()) DropAt(*running->released);
+      if (!running->deactivated.isActive()) DropAt(*running->released);
       return true;
     case QEvent::MouseButtonPress:
     case QEvent::MouseButtonDblClick:
-      // The user goes on here: there was nothing to doubt.
+      // The user goes on here: the window has not been left.
       if (running->released) {
         DropAt(*running->released);
         return false;
@@ -163,10 +165,10 @@ bool Drag::Takes(const QWidget& receiver, QEvent& event) {
       Cancel();
       return true;
     case QEvent::WindowDeactivate:
-      if (receiver.window() == &running->window) Doubt();
+      if (receiver.window() == &running->window) AwaitReactivation();
       return false;
     case QEvent::WindowActivate:
-      if (receiver.window() == &running->window && running->doubt.isActive()) EndDoubt();
+      if (receiver.window() == &running->window && running->deactivated.isActive()) GoOn();
       return false;
     default:
       return false;
