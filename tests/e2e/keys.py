@@ -83,8 +83,8 @@ class Evening:
 
     def table_opens(self):
         self.line.hears("2Ann")
-        self.ann.sit_down(10, 30)
         self.keys_go_to("Morva - Ann")
+        self.ann.sit_down(10, 30)
 
     # On the board; the keys begin and end in the chat line.
 
