@@ -10,7 +10,9 @@
 #include <QLoggingCategory>
 #include <QWidget>
 #include <QWindow>
+#include <algorithm>
 #include <cstdio>
+#include <ctime>
 #include <string>
 #include <vector>
 
@@ -101,6 +103,22 @@ void Hover(benchmark::State& state) {
           }});
 }
 
+// A pointer that has been over the same empty square for a while: what was drawn before is still there.
+void DragOver(benchmark::State& state, int square) {
+  frmChess->SetUpChess();
+  Paint();
+  for (auto iteration : state) {
+    static_cast<void>(iteration);
+    frmChess->squ(square).DragOver(frmChess->squ(52), 400, 400, DragState::kOver);
+    Paint();
+  }
+  frmChess->SetUpChess();
+}
+
+void DragOverEmpty(benchmark::State& state) { DragOver(state, 36); }
+
+void DragOverPiece(benchmark::State& state) { DragOver(state, 12); }
+
 // What the 64 squares, a move or a mark cost when none of their pictures has been drawn before.
 void PictureDrawnAnew(benchmark::State& state) {
   frmChess->Pawn(36, 1);
@@ -125,6 +143,39 @@ void CannedWord(benchmark::State& state) {
 
 void Move(benchmark::State& state) { MeasureReceived(state, frmChess->squ(36), {"15236", "13652"}); }
 
+void MoveInLongGame(benchmark::State& state) {
+  constexpr int kPlayed = 60'000;
+  for (int line = 0; line < kPlayed; ++line) frmChess->AddHistoryLine("Bob: E7 - E5 (white pawn)", line);
+  Paint();
+  bool back = false;
+  for (auto iteration : state) {
+    static_cast<void>(iteration);
+    frmControl->tcp.Message(back ? "13652" : "15236");
+    for (int turn = 0; turn < 2; ++turn) Paint();
+    back = !back;
+  }
+  frmChess->ClearHistory();
+  frmChess->SetUpChess();
+}
+
+// The processor time of the longest event of a game against a nick of a million letters.
+void LongNick(benchmark::State& state) {
+  for (auto iteration : state) {
+    static_cast<void>(iteration);
+    double longest = 0;
+    for (int move = -1; move < 60; ++move) {
+      const std::clock_t began = std::clock();
+      frmControl->tcp.Message(move < 0 ? "2" + std::string(1'000'000, 'x') : move % 2 == 0 ? "15236" : "13652");
+      Paint();
+      longest = std::max(longest, static_cast<double>(std::clock() - began) / CLOCKS_PER_SEC);
+    }
+    state.SetIterationTime(longest);
+  }
+  frmControl->tcp.Message("2Bob");
+  frmChess->ClearHistory();
+  frmChess->SetUpChess();
+}
+
 void WholeBoard(benchmark::State& state) {
   MeasureReceived(state, frmChess->squ(0), {"1__" + std::string(kStart.rbegin(), kStart.rend()), "1__" + kStart});
 }
@@ -144,10 +195,14 @@ void Change(benchmark::State& state) { MeasureReceived(state, frmChess->squ(36),
 BENCHMARK(BoardLine)->Name("a board line, read and painted");
 BENCHMARK(DoMove)->Name("a move, done and painted");
 BENCHMARK(Hover)->Name("a mark under a drag, drawn and painted");
+BENCHMARK(DragOverEmpty)->Name("a pointer move of a drag over an empty square");
+BENCHMARK(DragOverPiece)->Name("a pointer move of a drag over a piece");
 BENCHMARK(PictureDrawnAnew)->Name("a pawn's picture, drawn anew");
 BENCHMARK(Chat)->Name("received: a chat line");
 BENCHMARK(CannedWord)->Name("received: a canned word, not accepted");
 BENCHMARK(Move)->Name("received: a move");
+BENCHMARK(MoveInLongGame)->Name("received: a move after 60,000 others");
+BENCHMARK(LongNick)->UseManualTime()->Iterations(3)->Name("received: a nick of 1 MB and 60 moves, the longest event");
 BENCHMARK(WholeBoard)->Name("received: a board");
 BENCHMARK(NewChess)->Name("received: a new chess game");
 BENCHMARK(NewCheckers)->Name("received: a new checkers game");

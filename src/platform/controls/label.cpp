@@ -103,7 +103,7 @@ Label::Label()
     : Control(std::make_unique<FittingLabel>(*this)),
       Caption({},
               [this] {
-                As<QLabel>(*this).setText(QtText(Caption()));
+                As<QLabel>(*this).setText(ShortText(Caption()));
                 SetFont();
               }),
       ForeColor(kButtonText, [this] { Native()->update(); }),

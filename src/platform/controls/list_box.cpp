@@ -2,10 +2,10 @@
 
 #include <QAbstractListModel>
 #include <QKeyEvent>
-#include <QListView>
 #include <QPainter>
 
 #include "platform/controls/native.h"
+#include "platform/controls/row_list.h"
 #include "platform/drawing/edge.h"
 #include "platform/system/qt_text.h"
 
@@ -20,7 +20,7 @@ class ListBox::Model : public QAbstractListModel {
   QVariant data(const QModelIndex& index, int role) const override {
     if (!index.isValid() || index.row() >= static_cast<int>(items_.size())) return {};
     const std::string& text = items_[static_cast<std::size_t>(index.row())].text;
-    if (role == Qt::DisplayRole) return QtText(text);
+    if (role == Qt::DisplayRole) return ShortText(text);
     if (role == Qt::ToolTipRole) return TipText(text);
     return {};
   }
@@ -43,25 +43,20 @@ class ListBox::Model : public QAbstractListModel {
 };
 
 // Letters are not for the list: the window may have a line for them.
-class ListBox::View : public QListView {
+class ListBox::View : public RowList {
  protected:
   void keyPressEvent(QKeyEvent* event) override {
     if (event->text().isEmpty()) {
-      QListView::keyPressEvent(event);
+      RowList::keyPressEvent(event);
     } else {
       event->ignore();
     }
   }
   void paintEvent(QPaintEvent* event) override {
-    QListView::paintEvent(event);
+    RowList::paintEvent(event);
     if (!hasFocus()) return;
     QPainter painter(viewport());
     PaintFocusRing(painter, viewport()->rect(), 1);
-  }
-  // Scrolling shifts what is painted already, and with it the ring.
-  void scrollContentsBy(int dx, int dy) override {
-    QListView::scrollContentsBy(dx, dy);
-    if (hasFocus()) viewport()->update();
   }
 };
 
@@ -72,7 +67,6 @@ ListBox::ListBox()
       later_([this] { Show(); }) {
   auto& view = As<QListView>(*this);
   view.setModel(model_.get());
-  view.setUniformItemSizes(true);
   view.setEditTriggers(QAbstractItemView::NoEditTriggers);
   view.setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
   view.setTextElideMode(Qt::ElideRight);

@@ -21,7 +21,7 @@ constexpr double kFocusRing = 45;  // twips, each of its two lines
 // What a surface shows: its strokes, or a stored picture, inside its border.
 class Canvas : public QFrame {
  public:
-  Canvas(const PictureBox& box, const Surface& surface) : box_(box), surface_(surface) {
+  Canvas(const PictureBox& box, Surface& surface) : box_(box), surface_(surface) {
     setMouseTracking(true);
     setAttribute(Qt::WA_OpaquePaintEvent);
   }
@@ -35,6 +35,7 @@ class Canvas : public QFrame {
     if (changed_ || drawn_.devicePixelRatio() != devicePixelRatioF() || size_ != size) {
       size_ = size;
       changed_ = false;
+      surface_.DropRepeated();
       drawn_ = PictureOf(surface_.Strokes(), box_.BackColor(), size.width(), size.height(), devicePixelRatioF());
     }
     return drawn_;
@@ -62,7 +63,7 @@ class Canvas : public QFrame {
 
  private:
   const PictureBox& box_;
-  const Surface& surface_;
+  Surface& surface_;
   QPixmap drawn_;
   QSize size_;
   bool changed_ = true;

@@ -5,24 +5,10 @@
 
 namespace morva {
 
-namespace {
-
-// Drops every stroke that is repeated later on: the repetition covers each of its pixels.
-void DropRepeated(std::vector<Stroke>& strokes) {
-  std::set<Stroke> seen;
-  std::vector<Stroke> kept;
-  for (auto stroke = strokes.rbegin(); stroke != strokes.rend(); ++stroke) {
-    if (seen.insert(*stroke).second) kept.push_back(*stroke);
-  }
-  std::reverse(kept.begin(), kept.end());
-  strokes = std::move(kept);
-}
-
-}  // namespace
-
 void Surface::Cls() {
+  if (strokes_.empty()) return;
   strokes_.clear();
-  next_tidying_ = 1024;
+  tidied_ = 0;
   if (drawn_) drawn_();
 }
 
@@ -36,12 +22,21 @@ void Surface::Circle(double x, double y, double radius, Color color) {
        color, FillSolid ? FillColor : kBlack, FillSolid ? 1 : 0});
 }
 
+void Surface::DropRepeated() {
+  // What is drawn on a clear surface hardly repeats itself; what is drawn over it often does.
+  if (tidied_ > 0 && strokes_.size() > tidied_) {
+    std::set<Stroke> seen;
+    std::vector<Stroke> kept;
+    for (auto stroke = strokes_.rbegin(); stroke != strokes_.rend(); ++stroke) {
+      if (seen.insert(*stroke).second) kept.push_back(*stroke);
+    }
+    strokes_.assign(kept.rbegin(), kept.rend());
+  }
+  tidied_ = strokes_.size();
+}
+
 void Surface::Add(const Stroke& stroke) {
   strokes_.push_back(stroke);
-  if (strokes_.size() >= next_tidying_) {
-    DropRepeated(strokes_);
-    next_tidying_ = std::max<std::size_t>(1024, 2 * strokes_.size());
-  }
   if (drawn_) drawn_();
 }
 

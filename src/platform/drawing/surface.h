@@ -40,6 +40,9 @@ class Surface {
   /// What has been drawn since the last Cls, oldest first. A stroke that the very same stroke repeats later on can be
   /// left out: nothing of it shows.
   const std::vector<Stroke>& Strokes() const { return strokes_; }
+  /// Leaves such strokes out. Whoever shows the picture calls it before, so that what is drawn again and again, such as
+  /// a mark under a drag, does not pile up.
+  void DropRepeated();
 
  protected:
   std::function<void()> drawn_;  ///< called after each change of the picture
@@ -47,7 +50,7 @@ class Surface {
  private:
   void Add(const Stroke& stroke);
   std::vector<Stroke> strokes_;
-  std::size_t next_tidying_ = 1024;
+  std::size_t tidied_ = 0;  // how many strokes the last DropRepeated left
 };
 
 }  // namespace morva
