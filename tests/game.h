@@ -45,9 +45,6 @@ class BoxUser {
  private:
   void Answer() {
     auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
-    for (QWidget* window : QApplication::topLevelWidgets()) {
-      if (box == nullptr && window->isVisible()) box = qobject_cast<QMessageBox*>(window);
-    }
     if (box == nullptr) return;
     boxes.push_back((box->windowTitle() + "|" + box->text() + "|" + QString::number(box->icon())).toStdString());
     EXPECT_EQ(box->textFormat(), Qt::PlainText);

@@ -69,7 +69,8 @@ void GameWindow::ReceiveWord(const std::string& Data) {
 void GameWindow::ShowMessage(const std::string& text) {
   constexpr std::size_t kMostBoxes = 8;
   if (shown_messages_.size() == kMostBoxes || !shown_messages_.insert(text).second) return;
-  ShowNotice(text, "Message", !Enabled(), [this, text] { shown_messages_.erase(text); });
+  ShowNotice(
+      text, "Message", [this] { return !Enabled(); }, [this, text] { shown_messages_.erase(text); });
 }
 
 void GameWindow::ReceiveBoardAction(const std::string& Data) {

@@ -6,7 +6,9 @@
 #include <QFileInfo>
 #include <QGridLayout>
 #include <QMessageBox>
+#include <QPointer>
 #include <QStandardPaths>
+#include <QTimer>
 #include <algorithm>
 
 #include "platform/system/qt_text.h"
@@ -18,7 +20,8 @@ namespace morva {
 namespace {
 
 constexpr int kNarrowestBox = 220;  // pixels
-constexpr int kLongestText = 500;   // characters; the buttons must stay on the screen
+constexpr int kLookAgainMs = 100;
+constexpr int kLongestText = 500;  // characters; the buttons must stay on the screen
 
 QMessageBox::Icon IconOf(MsgBoxIcon icon) {
   switch (icon) {
@@ -118,15 +121,21 @@ MsgBoxResult MsgBox(const std::string& text, const std::string& title, MsgBoxBut
   }
 }
 
-void ShowNotice(const std::string& text, const std::string& title, bool busy, std::function<void()> closed) {
-  busy = busy || QApplication::activeModalWidget() != nullptr || QApplication::activePopupWidget() != nullptr;
-  auto* box = new QMessageBox(busy ? MainWindow() : Parent());
+void ShowNotice(const std::string& text, const std::string& title, std::function<bool()> busy,
+                std::function<void()> closed) {
+  if (QApplication::activeModalWidget() != nullptr || QApplication::activePopupWidget() != nullptr || busy()) {
+    QTimer::singleShot(kLookAgainMs, MainWindow(), [=] { ShowNotice(text, title, busy, closed); });
+    return;
+  }
+  auto* box = new QMessageBox(Parent());
   SetUp(*box, text, title);
   box->setAttribute(Qt::WA_DeleteOnClose);
-  box->setAttribute(Qt::WA_ShowWithoutActivating, busy);
-  box->setWindowModality(busy ? Qt::NonModal : Qt::ApplicationModal);
-  QObject::connect(box, &QMessageBox::finished, [closed = std::move(closed)] { closed(); });
+  QObject::connect(box, &QMessageBox::finished, [closed, parent = QPointer(box->parentWidget())] {
+    if (parent != nullptr) parent->activateWindow();
+    closed();
+  });
   new UnaskedBox(*box);
+  box->setModal(true);
   box->show();
 }
 

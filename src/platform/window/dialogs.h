@@ -18,10 +18,10 @@ enum class MsgBoxCause { kUser, kByItself };
 MsgBoxResult MsgBox(const std::string& text, const std::string& title, MsgBoxButtons buttons = MsgBoxButtons::kOk,
                     MsgBoxIcon icon = MsgBoxIcon::kNone, MsgBoxCause cause = MsgBoxCause::kUser);
 
-/// Shows a box that comes by itself, with OK and no icon, does not wait, and calls `closed` once the user has closed
-/// it. Where the user is busy with a menu, a file dialog or another box, or `busy` says so, it stands there without
-/// taking the keys from it.
-void ShowNotice(const std::string& text, const std::string& title, bool busy, std::function<void()> closed);
+/// Shows a box that comes by itself, with OK and no icon, does not wait for the user, and calls `closed` once it is
+/// closed. While the user is busy with a menu, a file dialog or another box, or `busy` says so, the box waits for that.
+void ShowNotice(const std::string& text, const std::string& title, std::function<bool()> busy,
+                std::function<void()> closed);
 
 inline constexpr int kOverwritePrompt = 0x2;
 inline constexpr int kHideReadOnly = 0x4;
