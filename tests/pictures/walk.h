@@ -153,7 +153,7 @@ class Walk : public GameTest {
     look_("tools-played", *tools.Native());
     QTest::mouseRelease(MainWindow(), Qt::LeftButton, {}, At(48));
     tools.highlight("me");
-    tools.Native()->resize(tools.Native()->width() + 40, tools.Native()->height());
+    tools.Native()->resize(tools.Native()->size() + QSize(40, 40));  // it grows in width alone
     QTest::qWait(1);
     look_("tools-wide", *tools.Native());
     tools.Native()->resize(tools.Native()->width() - 40, tools.Native()->height());
@@ -185,13 +185,18 @@ class Walk : public GameTest {
       look_("menu-" + menu->title().remove('&').section(' ', 0, 0).toLower().toStdString(), *menu);
       menu->close();
     }
-    QTimer::singleShot(20, [this] {
-      QWidget* menu = QApplication::activePopupWidget();
-      ASSERT_NE(menu, nullptr);
-      look_("menu-tools", *menu);
-      menu->close();
-    });
-    frmToolWindow->Form_MouseDown(kRightButton, 0, 100, 100);
+    FrmToolWindow& tools = *frmToolWindow;
+    for (Label* label : {&tools.lblNick, &tools.lblOpNick, &tools.lblTime, &tools.lblVS}) {
+      const QPoint place = label->Native()->mapTo(tools.Native(), QPoint(20, 8));
+      QTimer::singleShot(20, [&] {
+        QWidget* menu = QApplication::activePopupWidget();
+        ASSERT_NE(menu, nullptr);
+        EXPECT_LE((menu->pos() - tools.Native()->mapToGlobal(place)).manhattanLength(), 2);
+        if (label == &tools.lblVS) look_("menu-tools", *menu);
+        menu->close();
+      });
+      QTest::mouseClick(tools.Native()->windowHandle(), Qt::RightButton, {}, place);
+    }
   }
 
   void Dialogs() {

@@ -2,12 +2,9 @@
 
 #include <gtest/gtest.h>
 
-#include <QAbstractItemView>
 #include <QClipboard>
 #include <QHelpEvent>
 #include <QLineEdit>
-#include <QPlainTextEdit>
-#include <QTextBlock>
 #include <QTextDocumentFragment>
 #include <QToolTip>
 #include <QWindow>
@@ -111,19 +108,6 @@ TEST_F(Forms, AreMadeOnReferenceAndAnewAfterUnload) {
   EXPECT_TRUE(stubborn.Native()->isVisible() && told.empty());
 }
 
-TEST_F(Forms, AreOutOfSightOffEveryScreenAndShowTheirTitleAsItStands) {
-  for (const auto& [left, top] : {std::pair{1500, 750}, {1500, -9990}, {-999990, 750}, {3000, 1500}}) {
-    testForm->Left = left;
-    testForm->Top = top;
-    EXPECT_EQ(testForm->Native()->isVisible(), left > 0 && top > 0) << left << ", " << top;
-    EXPECT_TRUE(testForm->Left() == left && testForm->Top() == top);
-  }
-  for (const char* title : {"a&b <b>x</b>", "x[*]y [*][*]"}) {
-    testForm->Caption = title;
-    EXPECT_EQ(Native()->title(), title);
-  }
-}
-
 TEST_F(Forms, DisabledTakeNoInputAndLookAsBefore) {
   const auto act = [] {
     ASSERT_TRUE(Focus(testForm->box));
@@ -209,37 +193,6 @@ TEST_F(Forms, FollowTheDesktopsColours) {
     QGuiApplication::setPalette(palette);
     QTest::qWait(1);
     EXPECT_EQ(disc.Native()->grab().toImage().pixelColor(10, 10), QtColor(kButtonHighlight));
-  }
-}
-
-TEST_F(Forms, ListsAndLogsShowTheirLastLineAndStartAnew) {
-  ListBox& list = testForm->list;
-  TextLog& log = testForm->log;
-  auto* lines = static_cast<QAbstractItemView*>(list.Native());
-  auto* text = static_cast<QPlainTextEdit*>(log.Native());
-  for (const int count : {20000, 3}) {
-    for (int line = 0; line < count; ++line) {
-      list.AddItem("line " + std::to_string(line));
-      list.ListIndex = line;
-      list.ItemData(line) = 3 * line;
-      log.Append("\r\nline");
-    }
-    log.SelStart = TextLog::kEnd;
-    QTest::qWait(1);
-    QTest::keyClicks(text, "typed");
-    const std::string last = "line " + std::to_string(count - 1);
-    EXPECT_TRUE(list.List(count - 1) == last && list.ItemData(2) == 6 && list.ListIndex() == count - 1);
-    EXPECT_EQ(lines->currentIndex().data().toString().toStdString(), last);
-    EXPECT_TRUE(lines->viewport()->rect().contains(lines->visualRect(lines->currentIndex())));
-    EXPECT_EQ(log.Text().size(), static_cast<std::size_t>(6 * count));
-    EXPECT_EQ(text->document()->blockCount(), count + 1);
-    EXPECT_TRUE(text->viewport()->rect().contains(text->cursorRect()));
-    QTest::keyClick(lines, Qt::Key_Up);
-    EXPECT_EQ(list.ListIndex(), count - 2);
-    list.AddItem("one more");
-    list.Clear();
-    log.Text = "";
-    EXPECT_TRUE(list.ListCount() == 0 && list.ListIndex() == -1 && log.Text().empty());
   }
 }
 

@@ -2,7 +2,7 @@
 
 #include <QProcess>
 #include <QTemporaryDir>
-#include <cmath>
+#include <cstdlib>
 #include <cstring>
 
 #include "platform/system/resources.h"
@@ -18,6 +18,7 @@ struct Frame {
 using Frames = std::vector<Frame>;
 
 constexpr int kRate = 22050;
+constexpr int kLongMs = 20000;  // a busy machine takes its time
 constexpr struct {
   int id, rate, bits, channels, bytes;
 } kSounds[] = {{101, 11025, 8, 1, 4282},   {102, 22050, 16, 1, 90090},  {103, 22050, 16, 1, 130002},
@@ -51,9 +52,9 @@ class Sounds : public GameTest {
     pulse_.start("pulseaudio", {"-n", "--daemonize=no", "--exit-idle-time=-1", "--use-pid-file=no", "-L",
                                 ("module-native-protocol-unix auth-anonymous=1 socket=" + socket).c_str(), "-L",
                                 "module-null-sink sink_name=ear rate=22050 channels=2 format=s16le"});
-    ASSERT_TRUE(Await([&] { return QFile::exists(socket.c_str()); })) << "pulseaudio does not start";
+    ASSERT_TRUE(Await([&] { return QFile::exists(socket.c_str()); }, kLongMs)) << "pulseaudio does not start";
     ear_.start("parec", {"-d", "ear.monitor", "--format=s16le", "--rate=22050", "--channels=2", "--latency-msec=20"});
-    ASSERT_TRUE(Await([&] { return ear_.bytesAvailable() > 0; })) << "parec hears nothing";
+    ASSERT_TRUE(Await([&] { return ear_.bytesAvailable() > 0; }, kLongMs)) << "parec hears nothing";
     Sit();
     frmChess->mnuPlaySounds.Click();
     frmChess->mnuAcceptMessages.Checked = false;
@@ -87,6 +88,7 @@ class Sounds : public GameTest {
         ++at_;
       } else if (playing_ == 0 || !goes_on(stored_[playing_ - 1], played_)) {
         const auto begun = std::find_if(stored_.begin(), stored_.end(), [&](const Frames& s) { return goes_on(s, 0); });
+        cut_off_ = playing_ != 0 && played_ < stored_[playing_ - 1].size();
         playing_ = begun == stored_.end() ? 0 : static_cast<std::size_t>(begun - stored_.begin()) + 1;
         played_ = 0;
         heard.push_back(playing_ == 0 ? 0 : 100 + static_cast<int>(playing_));
@@ -103,6 +105,7 @@ class Sounds : public GameTest {
   std::size_t at_ = 0;       ///< so much of the stream has been heard
   std::size_t playing_ = 0;  ///< 1 for the first sound, 0 for none
   std::size_t played_ = 0;
+  bool cut_off_ = false;  ///< whether the sound before was
 };
 
 TEST_F(Sounds, EachEventCutsOffTheSoundBeforeWithItsOwn) {
@@ -135,20 +138,22 @@ TEST_F(Sounds, EachEventCutsOffTheSoundBeforeWithItsOwn) {
   const std::function<void()> silent[] = {
       click(game.mnuWakeUp), tell("35"), tell("407616777215"), tell("2Bob"),           tell("me"),
       tell("you"),           type("\r"), tell("1nonsense"),    click(game.mnuShowLast)};
+  int before = 0;
   for (const auto& [name, act, sound] : events) {
     act();
     std::vector<int> heard;
-    EXPECT_TRUE(Await([&] { return !(heard = Heard()).empty(); }, 3000)) << name;
+    EXPECT_TRUE(Await([&] { return !(heard = Heard()).empty(); }, kLongMs)) << name;
     EXPECT_EQ(heard, std::vector{sound}) << name;
+    EXPECT_TRUE(cut_off_ || before != 106) << name;
+    before = sound;
   }
   for (const auto& act : silent) act();
   game.mnuPlaySounds.Click();
   for (const auto& [name, act, sound] : events) act();
-  const std::size_t before = played_;
-  std::vector<int> heard;
+  const std::size_t played = played_;
   QTest::qWait(500);
   EXPECT_EQ(Heard(), std::vector<int>{});
-  EXPECT_GT(played_, before) << "what had begun plays on";
+  EXPECT_GT(played_, played) << "what had begun plays on";
 }
 
 TEST(StoredSounds, AreOfTheirFormatLoudEnoughAndNeverClip) {
@@ -163,17 +168,10 @@ TEST(StoredSounds, AreOfTheirFormatLoudEnoughAndNeverClip) {
     EXPECT_EQ((std::vector{number(22, 2), number(24, 4), number(34, 2), number(40, 4)}),
               (std::vector{sound.channels, sound.rate, sound.bits, sound.bytes}))
         << sound.id;
-    double sum = 0, squares = 0, peak = 0;
+    const auto loud = [](Frame f) { return std::abs(f.left); };
     const Frames frames = Stored(sound.id);
-    for (const Frame frame : frames) {
-      sum += frame.left;
-      squares += frame.left * static_cast<double>(frame.left);
-      peak = std::max(peak, std::abs(static_cast<double>(frame.left)));
-    }
-    const auto count = static_cast<double>(frames.size());
-    EXPECT_LE(peak, 0.708 * 32768) << sound.id;
-    EXPECT_GT(std::sqrt(squares / count), 0.0126 * 32768) << sound.id;
-    EXPECT_NEAR(sum / count, 0, 0.002 * 32768) << sound.id;
+    const int peak = loud(*std::ranges::max_element(frames, {}, loud));
+    EXPECT_TRUE(peak > 0.05 * 32768 && peak <= 0.708 * 32768) << sound.id << ": " << peak;
   }
   EXPECT_TRUE(LoadResData(100, "CUSTOM").empty() && LoadResData(110, "CUSTOM").empty());
 }

@@ -57,19 +57,6 @@ TEST_F(Change, OpensAtThePointerOnWhatAPlayerWillWantMost) {
   EXPECT_TRUE(Sent().empty() && History().empty());
 }
 
-TEST_F(Change, TheKeysReachEveryPieceAndColour) {
-  Open(48);
-  std::string walk;
-  for (const Qt::Key key :
-       {Qt::Key_Tab, Qt::Key_Tab, Qt::Key_Tab,  // OK, Cancel, Trash Piece
-        Qt::Key_Up, Qt::Key_Down, Qt::Key_Down, Qt::Key_Right, Qt::Key_Down, Qt::Key_Left, Qt::Key_Tab, Qt::Key_Up}) {
-    Press(key);
-    walk += Selected().substr(0, 3) + ", ";
-  }
-  EXPECT_EQ(walk, "6 1, 6 1, 6 1, 5 1, 6 1, 7 1, 8 1, 1 1, 8 1, 8 1, 8 0, ");
-  CloseWith(frmChange->cmdCancel);
-}
-
 TEST_F(Change, TheButtonsPutOrTrashThePieceSendAndTell) {
   const struct {
     int square;
