@@ -60,10 +60,12 @@ Application::Application(int& argc, char** argv) {
   // Where a Wayland session lets no program place its windows, the X server beside it does.
   const bool wayland = qEnvironmentVariableIsSet("WAYLAND_DISPLAY");
   if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", wayland ? "xcb;wayland" : "xcb");
-  QApplication::setStyle(new Style);
+  auto* style = new Style;
+  QApplication::setStyle(style);
   InitStoredFiles();
   qInstallMessageHandler(SayThatThereIsNoDisplay);
   impl_ = std::make_unique<Impl>(argc, argv);
+  qApp->installEventFilter(style);
   qInstallMessageHandler(nullptr);
   QApplication::setApplicationName("morva");
   // The toolkit's file dialog would leave a settings file behind; this program remembers nothing.

@@ -1,5 +1,6 @@
 #include "platform/style.h"
 
+#include <QApplication>
 #include <QPainter>
 #include <QStyleOption>
 
@@ -42,6 +43,15 @@ void Style::polish(QPalette& palette) {
     // Here the text is likely the one colour that was meant so.
     mend(QPalette::Highlight, color(QPalette::HighlightedText), color(QPalette::HighlightedText));
   }
+}
+
+bool Style::eventFilter(QObject* receiver, QEvent* event) {
+  if (receiver == qApp && event->type() == QEvent::ApplicationPaletteChange) {
+    QPalette mended = QApplication::palette();
+    polish(mended);
+    if (mended != QApplication::palette()) QApplication::setPalette(mended);
+  }
+  return QProxyStyle::eventFilter(receiver, event);
 }
 
 void Style::drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,

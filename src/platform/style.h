@@ -11,6 +11,8 @@ class Style : public QProxyStyle {
   using QProxyStyle::polish;
   /// Makes every text of the desktop's colours readable on what it stands on; what can be read already stays.
   void polish(QPalette& palette) override;
+  /// On the application: what sets its colours past the style finds them mended, too.
+  bool eventFilter(QObject* receiver, QEvent* event) override;
   /// Outlines input lines, buttons and lists on a dark window, too.
   void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
                      const QWidget* widget) const override;

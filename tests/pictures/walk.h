@@ -31,7 +31,6 @@ inline QPalette Scheme(const std::string& name) {
     palette.setColor(QPalette::Highlight, dark ? QColor(0x2A, 0x62, 0x9A) : Qt::yellow);
     palette.setColor(QPalette::HighlightedText, dark ? Qt::white : Qt::black);
   }
-  QApplication::style()->polish(palette);
   return palette;
 }
 
