@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QPainter>
 #include <QStyleOption>
+#include <QWidget>
 
 #include "platform/drawing/qt_color.h"
 
@@ -43,6 +44,11 @@ void Style::polish(QPalette& palette) {
     // Here the text is likely the one colour that was meant so.
     mend(QPalette::Highlight, color(QPalette::HighlightedText), color(QPalette::HighlightedText));
   }
+}
+
+void Style::polish(QWidget* widget) {
+  QProxyStyle::polish(widget);
+  if (widget->inherits("QTipLabel")) widget->setPalette(QApplication::palette());
 }
 
 bool Style::eventFilter(QObject* receiver, QEvent* event) {

@@ -11,6 +11,8 @@ class Style : public QProxyStyle {
   using QProxyStyle::polish;
   /// Makes every text of the desktop's colours readable on what it stands on; what can be read already stays.
   void polish(QPalette& palette) override;
+  /// Gives a tool tip the same colours; desktops hand it others.
+  void polish(QWidget* widget) override;
   /// On the application: what sets its colours past the style finds them mended, too.
   bool eventFilter(QObject* receiver, QEvent* event) override;
   /// Outlines input lines, buttons and lists on a dark window, too.
