@@ -63,7 +63,8 @@ QImage Render(const Key& key) {
     for (int x = 0; x < size.width(); ++x) {
       int red = 0, green = 0, blue = 0;
       for (int dy = 0; dy < kOversampling; ++dy) {
-        const auto* in = reinterpret_cast<const QRgb*>(large.constScanLine(y * kOversampling + dy)) + x * kOversampling;
+        const auto* in = reinterpret_cast<const QRgb*>(large.constScanLine(y * kOversampling + dy)) +
+                         static_cast<std::ptrdiff_t>(x) * kOversampling;
         for (int dx = 0; dx < kOversampling; ++dx) {
           red += qRed(in[dx]);
           green += qGreen(in[dx]);

@@ -17,7 +17,7 @@ struct Stroke {
   Color color;
   Color fill;
   int filled;
-  auto operator<=>(const Stroke&) const = default;
+  auto operator<=>(const Stroke&) const = default;  // NOLINT(modernize-use-nullptr): it takes the 0 of the operator
 };
 
 /// What can be drawn on: lines and circles stay until Cls, through every repaint and at every scale of the screen.

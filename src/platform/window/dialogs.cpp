@@ -39,7 +39,7 @@ QString StartFolder(const std::string& wanted) {
   if (folder.isDir() && folder.isWritable()) return folder.filePath();
   // What is no folder would stand in the dialog as a file's name.
   for (const auto place : {QStandardPaths::DocumentsLocation, QStandardPaths::HomeLocation}) {
-    const QString path = QStandardPaths::writableLocation(place);
+    QString path = QStandardPaths::writableLocation(place);
     if (QFileInfo(path).isDir()) return path;
   }
   return QDir::currentPath();

@@ -126,6 +126,7 @@ void Form::Place(const std::vector<LayoutRow>& rows) {
 
 void Form::TabOrder(const std::vector<Control*>& order) {
   std::vector<QWidget*> stops;
+  stops.reserve(order.size());
   for (const Control* control : order) stops.push_back(control->Native());
   native_->SetTabOrder(std::move(stops));
 }
