@@ -2,16 +2,20 @@
 
 #include <malloc.h>
 
+#include <QAccessible>
 #include <QApplication>
 #include <QSettings>
 #include <QWidget>
 #include <cstdio>
 #include <cstdlib>
 
+#include "platform/controls/spoken.h"
 #include "platform/drawing/fonts.h"
 #include "platform/style.h"
 #include "platform/system/qt_text.h"
+#include "platform/window/announce_native.h"
 #include "platform/window/input_gate.h"
+#include "platform/window/spoken_window.h"
 #include "platform/window/window.h"
 
 // Outside any namespace: the macro declares a function.
@@ -47,7 +51,12 @@ void SayThatThereIsNoDisplay(QtMsgType type, const QMessageLogContext&, const QS
 
 class Application::Impl {
  public:
-  Impl(int& argc, char** argv) : app_(argc, argv) { app_.installEventFilter(&gate_); }
+  Impl(int& argc, char** argv) : app_(argc, argv) {
+    app_.installEventFilter(&gate_);
+    for (const auto interfaces : {SpokenControl, SpokenWindow, SpokenAnnouncement}) {
+      QAccessible::installFactory(interfaces);
+    }
+  }
 
  private:
   QApplication app_;

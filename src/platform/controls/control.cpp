@@ -1,10 +1,12 @@
 #include "platform/controls/control.h"
 
+#include <QAccessible>
 #include <QApplication>
 #include <QEvent>
 #include <QHash>
 #include <QMenuBar>
 #include <QMouseEvent>
+#include <QTimer>
 #include <QWidget>
 
 #include "platform/drawing/fonts.h"
@@ -38,7 +40,7 @@ class Control::EventFilter : public QObject {
       case QEvent::MouseButtonRelease:
         return Release(*static_cast<QMouseEvent*>(event));
       case QEvent::FocusIn:
-        if (control_.GotFocus) control_.GotFocus();
+        if (control_.GotFocus) GotFocus();
         return false;
       default:
         return false;
@@ -56,6 +58,13 @@ class Control::EventFilter : public QObject {
     const bool inside = control_.widget_->rect().contains(event.position().toPoint());
     if (inside && event.button() == Qt::LeftButton && control_.Click) control_.Click();
     return true;
+  }
+
+  // Assistive tools must hear of the focus, which the toolkit tells them after this, before they hear of what the
+  // handler does. A selection that comes first hides the control's name from Orca 43.
+  void GotFocus() {
+    if (!QAccessible::isActive()) return control_.GotFocus();
+    QTimer::singleShot(0, control_.Native(), control_.GotFocus);
   }
 
   void Tell(const MouseHandler& handler, const QMouseEvent& event) const {
@@ -87,8 +96,10 @@ Control::Control(std::unique_ptr<QWidget> widget)
                     widget_->setToolTip(TipText(ToolTipText()));
                     widget_->setAccessibleDescription(QtText(ToolTipText()));
                   }),
+      SpokenName({}, [this] { widget_->setAccessibleName(QtText(SpokenName())); }),
       widget_(std::move(widget)),
-      filter_(std::make_unique<EventFilter>(*this)) {
+      filter_(std::make_unique<EventFilter>(*this)),
+      told_later_([this] { TellName(); }) {
   Controls().insert(widget_.get(), this);
   widget_->installEventFilter(filter_.get());
   widget_->setFont(ProgramFont());
@@ -103,6 +114,8 @@ Control::~Control() {
     }
   }
   Controls().remove(widget_.get());
+  for (Control* member : members_) member->group_ = nullptr;
+  if (group_ != nullptr) std::erase(group_->members_, this);
 }
 
 QWidget* Control::Native() const { return widget_.get(); }
@@ -124,6 +137,23 @@ void Control::PlaceOn(QWidget* parent, double left, double top, double width, do
   Lay();
   widget_->lower();
   widget_->setVisible(Visible());
+}
+
+void Control::JoinGroup(Control& group) {
+  group_ = &group;
+  group.members_.push_back(this);
+}
+
+void Control::SpokenMayChange() {
+  if (Spoken && QAccessible::isActive()) told_later_.Request();
+}
+
+void Control::TellName() {
+  const std::string name = Spoken();
+  if (name == told_name_) return;
+  told_name_ = name;
+  QAccessibleEvent event(widget_.get(), QAccessible::NameChanged);
+  QAccessible::updateAccessibility(&event);
 }
 
 void Control::Lay() {

@@ -3,8 +3,10 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "platform/controls/keys.h"
+#include "platform/controls/shown_later.h"
 #include "platform/system/property.h"
 
 class QWidget;
@@ -42,6 +44,18 @@ class Control {
   std::function<void(Control& Source, float X, float Y, DragState State)> DragOver;
   std::function<void(Control& Source, float X, float Y)> DragDrop;
 
+  Property<std::string> SpokenName;     ///< what assistive tools call it where it has no caption, or not a telling one
+  std::function<std::string()> Spoken;  ///< the same of a picture, label or option button, asked for when it is wanted
+  bool Decoration = false;              ///< assistive tools see nothing of it
+
+  /// Lets assistive tools see the control in that one: an option button in its frame, a square in its list. Members
+  /// stand in the order in which they join.
+  void JoinGroup(Control& group);
+  const Control* Group() const { return group_; }
+  const std::vector<Control*>& Members() const { return members_; }
+  /// To be called when Spoken can have got something else to say.
+  void SpokenMayChange();
+
   bool AutomaticDrag = false;  ///< a left press starts a drag of this control
 
   void SetFocus();
@@ -61,8 +75,13 @@ class Control {
  private:
   class EventFilter;
   void Lay();
+  void TellName();
   std::unique_ptr<QWidget> widget_;
   std::unique_ptr<EventFilter> filter_;
+  Control* group_ = nullptr;
+  std::vector<Control*> members_;
+  std::string told_name_;  // what Spoken said last
+  ShownLater told_later_;
 };
 
 /// The control that the widget is, or is a part of; none for a window and its bare client area.

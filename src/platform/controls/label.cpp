@@ -119,6 +119,9 @@ Label::Label()
   label.setWordWrap(true);
 }
 
-void Label::SetFont() { As<FittingLabel>(*this).Fit(ProgramFont(FontSize(), FontBold())); }
+void Label::SetFont() {
+  As<FittingLabel>(*this).Fit(ProgramFont(FontSize(), FontBold()));
+  SpokenMayChange();
+}
 
 }  // namespace morva

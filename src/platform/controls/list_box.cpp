@@ -1,8 +1,10 @@
 #include "platform/controls/list_box.h"
 
 #include <QAbstractListModel>
+#include <QAccessible>
 #include <QKeyEvent>
 #include <QPainter>
+#include <QTimer>
 
 #include "platform/controls/native.h"
 #include "platform/controls/row_list.h"
@@ -42,9 +44,9 @@ class ListBox::Model : public QAbstractListModel {
   int shown_ = 0;
 };
 
-// Letters are not for the list: the window may have a line for them.
 class ListBox::View : public RowList {
  protected:
+  // Letters are not for the list: the window may have a line for them.
   void keyPressEvent(QKeyEvent* event) override {
     if (event->text().isEmpty()) {
       RowList::keyPressEvent(event);
@@ -57,6 +59,21 @@ class ListBox::View : public RowList {
     if (!hasFocus()) return;
     QPainter painter(viewport());
     PaintFocusRing(painter, viewport()->rect(), 1);
+  }
+
+  // What the toolkit tells assistive tools of a list: that the current line has the focus, wherever the focus is, but
+  // not when the focus comes to the list.
+  void focusInEvent(QFocusEvent* event) override {
+    RowList::focusInEvent(event);
+    if (QAccessible::isActive()) QTimer::singleShot(0, this, [this] { currentChanged(currentIndex(), {}); });
+  }
+  void currentChanged(const QModelIndex& current, const QModelIndex& previous) override {
+    if (hasFocus()) return RowList::currentChanged(current, previous);
+    QAbstractItemView::currentChanged(current, previous);
+  }
+  void selectionChanged(const QItemSelection& selected, const QItemSelection& deselected) override {
+    if (hasFocus()) return RowList::selectionChanged(selected, deselected);
+    QAbstractItemView::selectionChanged(selected, deselected);
   }
 };
 

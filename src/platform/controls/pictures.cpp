@@ -21,11 +21,12 @@ constexpr double kFocusRing = 45;  // twips, each of its two lines
 // What a surface shows: its strokes, or a stored picture, inside its border.
 class Canvas : public QFrame {
  public:
-  Canvas(const PictureBox& box, Surface& surface) : box_(box), surface_(surface) {
+  Canvas(PictureBox& box, Surface& surface) : box_(box), surface_(surface) {
     setMouseTracking(true);
     setAttribute(Qt::WA_OpaquePaintEvent);
   }
   void Redraw() {
+    box_.SpokenMayChange();
     if (changed_) return;
     changed_ = true;
     update();
@@ -62,7 +63,7 @@ class Canvas : public QFrame {
   }
 
  private:
-  const PictureBox& box_;
+  PictureBox& box_;
   Surface& surface_;
   QPixmap drawn_;
   QSize size_;
@@ -164,14 +165,20 @@ Image::Image()
     : Control(std::make_unique<ImageWidget>()), Picture({}, [this] {
         As<ImageWidget>(*this).stored = StoredPicture(Picture());
         Native()->update();
-      }) {}
+      }) {
+  Decoration = true;
+}
 
 CircleShape::CircleShape()
     : Control(std::make_unique<Disc>(*this)),
       BackColor(kWhite, [this] { Native()->update(); }),
-      BorderColor(kBlack, [this] { Native()->update(); }) {}
+      BorderColor(kBlack, [this] { Native()->update(); }) {
+  Decoration = true;
+}
 
 Rule::Rule()
-    : Control(std::make_unique<RuleWidget>(*this)), BorderColor(kButtonShadow, [this] { Native()->update(); }) {}
+    : Control(std::make_unique<RuleWidget>(*this)), BorderColor(kButtonShadow, [this] { Native()->update(); }) {
+  Decoration = true;
+}
 
 }  // namespace morva

@@ -19,6 +19,12 @@ class InputLine : public QLineEdit {
   std::function<void(int)> key_press;
 
  protected:
+  // The toolkit would select what stands in a line that Tab has led to: the next letter would take its place.
+  void focusInEvent(QFocusEvent* event) override {
+    QFocusEvent plain(QEvent::FocusIn, Qt::OtherFocusReason);
+    QLineEdit::focusInEvent(event->reason() == Qt::TabFocusReason || event->reason() == Qt::BacktabFocusReason ? &plain
+                                                                                                               : event);
+  }
   void keyPressEvent(QKeyEvent* event) override {
     const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
     if (!(enter && DefaultButton()) && !event->text().isEmpty() && key_press)

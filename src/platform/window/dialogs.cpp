@@ -12,6 +12,7 @@
 #include <algorithm>
 
 #include "platform/system/qt_text.h"
+#include "platform/window/announce.h"
 #include "platform/window/native_window.h"
 #include "platform/window/unasked_box.h"
 
@@ -109,6 +110,7 @@ MsgBoxResult MsgBox(const std::string& text, const std::string& title, MsgBoxBut
   if (buttons == MsgBoxButtons::kYesNo) {
     box.setStandardButtons(QMessageBox::Yes | QMessageBox::No);
     box.setEscapeButton(QMessageBox::No);
+    Announce("Yes or No");
   }
   if (cause == MsgBoxCause::kByItself) new UnaskedBox(box);
   switch (Answer(box)) {

@@ -1,5 +1,6 @@
 #include "platform/window/form.h"
 
+#include <QAccessible>
 #include <QApplication>
 #include <QMenuBar>
 #include <QPushButton>
@@ -18,7 +19,10 @@ Form::Form(const FormStyle& style)
               [this] {
                 // The toolkit reads [*] as a mark of its own.
                 native_->setWindowTitle(QtText(Caption()).replace("[*]", "[*][*]"));
+                QAccessibleEvent event(native_.get(), QAccessible::NameChanged);
+                QAccessible::updateAccessibility(&event);
               }),
+      SpokenName({}, [this] { native_->setAccessibleName(QtText(SpokenName())); }),
       Left(
           0,
           [this] {

@@ -33,6 +33,7 @@ class Form : public FormEvents {
   ~Form() override;
 
   Property<std::string> Caption;
+  Property<std::string> SpokenName;          ///< what assistive tools call it where it has no caption
   Property<double> Left, Top;                ///< twips on the screen; a place off every screen puts it out of sight
   ReadOnly<double> Width, Height;            ///< outer size, twips
   Property<double> ScaleWidth, ScaleHeight;  ///< client area, twips

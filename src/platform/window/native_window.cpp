@@ -258,9 +258,15 @@ void NativeWindow::ShowWhereSeen() {
   const bool seen = shown_ && OnAnyScreen({place_, frameGeometry().size()});
   if (seen == isVisible()) return;
   setVisible(seen);
+  if (!seen) QTimer::singleShot(0, this, [this] { ForgetHidden(); });
   if (seen && focusWidget() == nullptr) FocusFirstStop();
   // Some window managers hand the activation to another window; the program's own order of steps relies on it.
   if (seen && !style_.round) activation_.start(300);
+}
+
+// Assistive tools go on seeing a window that is only hidden.
+void NativeWindow::ForgetHidden() {
+  if (!isVisible()) destroy();
 }
 
 // The toolkit would begin with what was put on the window first.

@@ -65,6 +65,7 @@ class NativeWindow : public QWidget {
   void LayClient();
   void CentreOnce();
   void ShowWhereSeen();
+  void ForgetHidden();
   void FocusFirstStop() const;
   void Activated();
   bool ClientMouse(const QMouseEvent& event);

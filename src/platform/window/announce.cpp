@@ -1,0 +1,152 @@
+#include "platform/window/announce.h"
+
+#include <QAccessible>
+#include <QAccessibleObject>
+#include <QApplication>
+#include <QPointer>
+#include <QTimer>
+#include <QWindow>
+#include <algorithm>
+
+#include "platform/system/qt_text.h"
+#include "platform/window/announce_native.h"
+#include "platform/window/native_window.h"
+
+namespace morva {
+
+namespace {
+
+// What is announced waits until it joins what else is announced in the same moment, and until a change of the focus is
+// through: a screen reader stops speaking for the new window. All in ms.
+constexpr int kGathering = 60;
+constexpr int kSettling = 150;
+constexpr int kLongest = 5000;  // characters said at once
+constexpr int kKept = 8;        // announcements that a reader can still be asking for
+
+// An object that assistive tools see and nobody else does.
+class SpokenNode : public QObject {
+ public:
+  SpokenNode(QObject* parent, QAccessible::Role node_role) : QObject(parent), role(node_role) {}
+  QAccessible::Role role;
+  QString words;
+};
+
+class NodeInterface : public QAccessibleObject {
+ public:
+  explicit NodeInterface(SpokenNode& node) : QAccessibleObject(&node), node_(node) {}
+  QAccessibleInterface* parent() const override { return QAccessible::queryAccessibleInterface(node_.parent()); }
+  QAccessibleInterface* child(int index) const override {
+    return QAccessible::queryAccessibleInterface(node_.children().value(index));
+  }
+  int childCount() const override { return static_cast<int>(node_.children().size()); }
+  int indexOfChild(const QAccessibleInterface* child) const override {
+    return child == nullptr ? -1 : static_cast<int>(node_.children().indexOf(child->object()));
+  }
+  QString text(QAccessible::Text kind) const override { return kind == QAccessible::Name ? node_.words : QString(); }
+  // Beside the window's corner: nobody finds it with the pointer.
+  QRect rect() const override {
+    const QAccessibleInterface* above = parent();
+    const bool in_window = node_.role == QAccessible::StatusBar;
+    return in_window ? QRect(above->rect().topLeft() - QPoint(1, 1), QSize(1, 1)) : above->rect();
+  }
+  QAccessible::Role role() const override { return node_.role; }
+  QAccessible::State state() const override { return {}; }
+  QWindow* window() const override { return parent()->window(); }
+
+ private:
+  SpokenNode& node_;
+};
+
+void Tell(QObject* object, QAccessible::Event what) {
+  QAccessibleEvent event(object, what);
+  QAccessible::updateAccessibility(&event);
+}
+
+#if QT_VERSION < QT_VERSION_CHECK(6, 8, 0)
+// Orca 43 speaks a notification that comes into view, wherever the focus is, and shows the labels in it in Braille.
+void Notify(NativeWindow& window, const QString& words) {
+  QAccessible::queryAccessibleInterface(&window);  // which makes the status bar
+  const QObjectList& children = window.children();
+  const auto bar = std::find_if(children.begin(), children.end(), IsStatusBar);
+  // Round and round, so that what was said shortly before can still be asked for.
+  static std::size_t said = 0;
+  const QObjectList& kept = (*bar)->children();
+  const auto next = static_cast<qsizetype>(said++ % kKept);
+  if (next >= kept.size()) {
+    new SpokenNode(new SpokenNode(*bar, QAccessible::Notification), QAccessible::StaticText);
+    Tell(kept.back(), QAccessible::ObjectCreated);
+  }
+  QObject* notification = kept.at(std::min(next, kept.size() - 1));
+  auto* label = static_cast<SpokenNode*>(notification->children().front());
+  Tell(notification, QAccessible::ObjectHide);
+  label->words = words;
+  Tell(label, QAccessible::NameChanged);
+  Tell(notification, QAccessible::ObjectShow);
+}
+#else
+void Notify(NativeWindow& window, const QString& words) {
+  QAccessibleAnnouncementEvent event(&window, words);
+  QAccessible::updateAccessibility(&event);
+}
+#endif
+
+// The window that the user works in, and where that is another program's or a box, our main one.
+NativeWindow* Announcing() {
+  NativeWindow* announcing = NativeWindow::Of(QApplication::activeWindow());
+  const QWidgetList windows = QApplication::topLevelWidgets();
+  for (QWidget* window : windows) {
+    if (announcing != nullptr) break;
+    if (window->isVisible() && window->windowType() == Qt::Window) announcing = NativeWindow::Of(window);
+  }
+  return announcing;
+}
+
+class Announcer : public QObject {
+ public:
+  explicit Announcer(QObject* parent) : QObject(parent) {
+    due_.setSingleShot(true);
+    due_.callOnTimeout(this, [this] { Say(); });
+    connect(qGuiApp, &QGuiApplication::focusObjectChanged, this, [this] {
+      if (due_.isActive()) due_.start(kSettling);
+    });
+  }
+
+  void Add(QString text) {
+    text = text.trimmed();
+    if (text.isEmpty()) return;
+    if (!waiting_.isEmpty()) waiting_ += QString(".!?:").contains(waiting_.back()) ? " " : ". ";
+    waiting_ += text;
+    waiting_ = waiting_.right(kLongest);
+    if (!due_.isActive()) due_.start(kGathering);
+  }
+
+ private:
+  void Say() {
+    NativeWindow* window = Announcing();
+    if (window != nullptr) Notify(*window, waiting_);
+    waiting_.clear();
+  }
+
+  QString waiting_;
+  QTimer due_;
+};
+
+}  // namespace
+
+void Announce(const std::string& text) {
+  if (!QAccessible::isActive()) return;
+  static QPointer<Announcer> announcer;
+  if (announcer == nullptr) announcer = new Announcer(qApp);
+  announcer->Add(QtText(text));
+}
+
+void MakeStatusBar(QWidget& window) { new SpokenNode(&window, QAccessible::StatusBar); }
+
+bool IsStatusBar(const QObject* object) { return dynamic_cast<const SpokenNode*>(object) != nullptr; }
+
+QAccessibleInterface* SpokenAnnouncement(const QString& /*kind*/, QObject* object) {
+  auto* node = dynamic_cast<SpokenNode*>(object);
+  return node == nullptr ? nullptr : new NodeInterface(*node);
+}
+
+}  // namespace morva

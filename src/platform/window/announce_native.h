@@ -1,0 +1,19 @@
+#pragma once
+
+#include <QString>
+
+class QAccessibleInterface;
+class QObject;
+class QWidget;
+
+namespace morva {
+
+/// Gives the window, for assistive tools alone, a status bar for what is announced while the user works in it.
+void MakeStatusBar(QWidget& window);
+bool IsStatusBar(const QObject* object);
+
+/// What assistive tools are given for a status bar and what stands in it; nullptr for anything else. For
+/// QAccessible::installFactory.
+QAccessibleInterface* SpokenAnnouncement(const QString& kind, QObject* object);
+
+}  // namespace morva
