@@ -38,6 +38,9 @@ FrmAuthor::FrmAuthor()
   lblAuthorOf.FontSize = 9.75;
   lblAuthorOf.FontBold = true;
 
+  SpokenName = lblTheAuthor.Caption();
+  photo.Spoken = [] { return "Portrait, back to the About box"; };
+
   photo.Click = [this] { photo_Click(); };
 }
 

@@ -54,6 +54,7 @@ FrmInstructions::FrmInstructions()
   Place({
       {textbox, 0, 0, 7095, 6255},
   });
+  textbox.SpokenName = "Instructions";
 }
 
 void UseDataFolder() {

@@ -5,6 +5,7 @@
 #include "net/message_reader.h"
 #include "net/wire.h"
 #include "platform/system/plain_files.h"
+#include "platform/window/announce.h"
 
 namespace morva {
 
@@ -51,6 +52,7 @@ void OpenGame(FrmChess& window, const std::string& name) {
     window.ReadLetter(static_cast<int>(i), static_cast<unsigned char>(line[i]));
   }
   frmControl->tcp.SendData(BoardMessage(line));
+  Announce("Game opened");
 }
 
 }  // namespace morva

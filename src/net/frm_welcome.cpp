@@ -33,6 +33,8 @@ FrmWelcome::FrmWelcome()
   TabOrder({&rdoHost, &rdoGuest, &txtNick, &txtHost, &cmdGo});
   DefaultButton(cmdGo);
   lblCopy.TextAlignment = Alignment::kCenter;
+  txtNick.SpokenName = "Nick";
+  txtHost.SpokenName = "Host";
 
   rdoGuest.Click = [this] { rdoGuest_Click(); };
   rdoHost.Click = [this] { rdoHost_Click(); };

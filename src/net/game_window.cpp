@@ -7,6 +7,7 @@
 #include "net/text.h"
 #include "net/wire.h"
 #include "platform/application.h"
+#include "platform/window/announce.h"
 #include "platform/window/dialogs.h"
 
 namespace morva {
@@ -61,7 +62,9 @@ void GameWindow::ReceiveWord(const std::string& Data) {
     return;
   }
   PlayResourceSound(108);
-  out("<" + OpNick + ">  " + TextOf(Data));
+  const std::string said = TextOf(Data);
+  out("<" + OpNick + ">  " + said);
+  Announce(OpNick + ": " + said);
 }
 
 // A box stays until the user answers it, and messages go on arriving: the same text is not put over itself, and there
@@ -82,6 +85,7 @@ void GameWindow::ReceiveBoardAction(const std::string& Data) {
   } else if (Data == "clear") {
     PlayResourceSound(103);
     ClearBoard();
+    Announce("Board cleared");
   } else if (Data == "new") {
     NewChess();
   } else {
@@ -94,6 +98,7 @@ void GameWindow::NewChess() {
   ClearHistory();
   SetUpChess();
   ResetClock();
+  Announce("New game of chess");
 }
 
 void GameWindow::NewCheckers() {
@@ -101,6 +106,7 @@ void GameWindow::NewCheckers() {
   ClearHistory();
   SetUpCheckers();
   ResetClock();
+  Announce("New game of checkers");
 }
 
 void GameWindow::ReceiveBoard(const std::string& letters) {
@@ -108,6 +114,7 @@ void GameWindow::ReceiveBoard(const std::string& letters) {
   for (int i = 0; i < static_cast<int>(kSquares); ++i) {
     ReadLetter(i, static_cast<unsigned char>(letters[static_cast<std::size_t>(i)]));
   }
+  Announce("New board from " + OpNick);
   PlayResourceSound(103);
 }
 

@@ -9,6 +9,7 @@ namespace morva {
 
 std::vector<LayoutRow> Coordinates::Layout() {
   cmdShowCoord.ToolTipText = "Show co-ordinates";
+  cmdShowCoord.SpokenName = cmdShowCoord.ToolTipText;
   std::vector<LayoutRow> rows{{cmdShowCoord, 45, 45, 240, 240, "C"}};
   for (int k = 0; k < 8; ++k)
     rows.push_back({Coord(k + 8), 45, 300.0 + 840 * k, 240, 240, std::string(1, "12345678"[k])});
@@ -32,6 +33,7 @@ void Coordinates::Toggle() {
   frmCoords.made = [this](FrmCoords& slide) { slide.labels = this; };
   frmCoords->Show();
   cmdShowCoord.ToolTipText = std::string(CoordsShown ? "Hide" : "Show") + " co-ordinates";
+  cmdShowCoord.SpokenName = cmdShowCoord.ToolTipText;
 }
 
 void Coordinates::Slide(int step) {

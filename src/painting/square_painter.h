@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/controls/control_array.h"
+#include "platform/controls/control_group.h"
 #include "platform/controls/pictures.h"
 #include "platform/drawing/colors.h"
 #include "platform/window/form.h"
@@ -23,6 +24,7 @@ class SquarePainter : public Form {
   explicit SquarePainter(const FormStyle& style);
 
   ControlArray<PictureBox, 64> squ;
+  ControlGroup board;  ///< the squares as assistive tools see them: one list
 
   /// Each puts its piece on square i, in place of what stood there, and paints it. flag is 0 for black, 1 for white.
   void Pawn(int i, int flag);

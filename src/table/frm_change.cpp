@@ -51,6 +51,7 @@ FrmChange::FrmChange()
   for (OptionButton& piece : rdo) order.push_back(&piece);
   for (OptionButton& color : clr) order.push_back(&color);
   TabOrder(order);
+  for (OptionButton& piece : rdo) piece.JoinGroup(piece.Index < kChecker ? Frame1 : Frame2);
   DefaultButton(cmdOk);
   CancelButton(cmdCancel);
   ARFormExtender1.ontop = true;
@@ -64,6 +65,7 @@ void FrmChange::Form_Load() {
   frmChess->Enabled = false;
   Index = Val(frmChess->Tag);
   OldPiece = frmChess->OldPiece;
+  SpokenName = "Change " + frmChess->SquareWords(Index);
   const int piece = Val(frmChess->squ(Index).Tag);
   cmdTrash.Enabled = piece != 0;
   SelectPiece(piece > 0 ? piece : PieceOfTheGame());

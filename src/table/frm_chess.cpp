@@ -3,6 +3,7 @@
 #include "net/frm_control.h"
 #include "platform/application.h"
 #include "platform/system/sound.h"
+#include "platform/window/announce.h"
 #include "table/frm_tool_window.h"
 
 namespace morva {
@@ -25,6 +26,8 @@ void FrmChess::LayOut() {
   PlaceSquares();
   DefaultButton(cmdDefault);
   TypeInto(txtIn);
+  txtIn.SpokenName = "Chat";
+  txtOut.SpokenName = "Chat log";
 
   // The board is one stop of the Tab key, the cursor's square; what is out of sight is none.
   squ(Cursor).TabStop = true;
@@ -75,6 +78,7 @@ void FrmChess::LayOut() {
 void FrmChess::ConnectEvents() {
   for (PictureBox& square : squ) {
     const int Index = square.Index;
+    square.Spoken = [this, Index] { return SquareWords(Index); };
     square.MouseDown = [this, Index](int Button, int, float X, float Y) { squ_MouseDown(Index, Button, X, Y); };
     square.MouseMove = [this, Index](int, int, float, float) { squ_MouseMove(Index); };
     square.KeyDown = [this, Index](Key key, int Shift) { return squ_KeyDown(Index, key, Shift); };
@@ -172,6 +176,7 @@ void FrmChess::Coord_MouseDown() { txtIn.SetFocus(); }
 void FrmChess::AddHistoryLine(const std::string& text, std::int32_t data) {
   ListBox& history = frmToolWindow->lstHist;
   history.AddItem(text);
+  Announce(text);
   history.ListIndex = history.ListCount() - 1;
   history.ItemData(history.ListIndex()) = data;
   if (Enabled()) FocusChat();
@@ -180,10 +185,12 @@ void FrmChess::AddHistoryLine(const std::string& text, std::int32_t data) {
 void FrmChess::highlight(const std::string& turn) { frmToolWindow->highlight(turn); }
 
 void FrmChess::ShowNicks() {
+  const bool table_opens = frmToolWindow->lblOpNick.Caption().empty();
   frmToolWindow->lblOpNick.Caption = OpNick;
   for (Label* label : {&frmToolWindow->lblNick, &frmToolWindow->lbl3D(0), &frmToolWindow->lbl3D(1)}) {
     label->Caption = Nick;
   }
+  if (table_opens) frmToolWindow->AnnounceColor();
 }
 
 void FrmChess::ClearHistory() { frmToolWindow->lstHist.Clear(); }

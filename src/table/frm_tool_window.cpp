@@ -2,9 +2,18 @@
 
 #include "net/frm_control.h"
 #include "painting/shadewell.h"
+#include "platform/window/announce.h"
 #include "table/frm_chess.h"
 
 namespace morva {
+
+namespace {
+
+std::string PlayerWords(const Label& nick, const CircleShape& disc) {
+  return nick.Caption() + (disc.BackColor() == kWhite ? ", white" : ", black") + (nick.FontBold() ? ", to move" : "");
+}
+
+}  // namespace
 
 FrmToolWindow::FrmToolWindow()
     : Form({.caption = "Morva Chess/Checkers",
@@ -47,6 +56,10 @@ FrmToolWindow::FrmToolWindow()
 
   lblNick.TabStop = lblOpNick.TabStop = true;
   TabOrder({&lblNick, &lblOpNick, &lstHist});
+  lstHist.SpokenName = "History";
+  for (Label* label : {&lbl3D(0), &lbl3D(1)}) label->Decoration = true;
+  lblNick.Spoken = [this] { return PlayerWords(lblNick, lshape); };
+  lblOpNick.Spoken = [this] { return PlayerWords(lblOpNick, rshape); };
 
   lblNick.Click = [this] { lblNick_Click(); };
   lblOpNick.Click = [this] { lblOpNick_Click(); };
@@ -87,6 +100,7 @@ void FrmToolWindow::Form_Resize() {
 }
 
 void FrmToolWindow::highlight(const std::string& who) {
+  const bool changes = (who == "me") != lblNick.FontBold();
   if (who == "me") {
     lblNick.ForeColor = kRed;
     lblNick.FontBold = true;
@@ -100,6 +114,15 @@ void FrmToolWindow::highlight(const std::string& who) {
     lbl3D(1).Visible = false;
     lblNick.FontBold = false;
   }
+  if (changes && !lblOpNick.Caption().empty()) Announce(TurnWords());
+}
+
+void FrmToolWindow::AnnounceColor() const {
+  Announce((lshape.BackColor() == kWhite ? "You play white. " : "You play black. ") + TurnWords());
+}
+
+std::string FrmToolWindow::TurnWords() const {
+  return lblNick.FontBold() ? "Your turn" : lblOpNick.Caption() + "'s turn";
 }
 
 void FrmToolWindow::lblNick_Click() {

@@ -33,8 +33,11 @@ class FrmToolWindow : public Form {
 
   /// Shows whose turn it is: "me" for the local player, anything else for the other one.
   void highlight(const std::string& who);
+  /// Says, to assistive tools, which colour the local player plays, and whose turn it is.
+  void AnnounceColor() const;
 
  private:
+  std::string TurnWords() const;
   void lblNick_Click();
   void lblOpNick_Click();
   void mnuAlways_Click();

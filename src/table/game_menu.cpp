@@ -1,4 +1,5 @@
 #include "net/wire.h"
+#include "platform/window/announce.h"
 #include "table/frm_chess.h"
 
 namespace morva {
@@ -19,6 +20,7 @@ void FrmChess::mnuClear_Click() {
   PlayResourceSound(103);
   Transmit("clear", kBoard);
   ClearBoard();
+  Announce("Board cleared");
 }
 
 }  // namespace morva
