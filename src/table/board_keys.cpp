@@ -1,5 +1,6 @@
 #include <optional>
 
+#include "platform/window/announce.h"
 #include "table/frm_chess.h"
 #include "table/frm_tool_window.h"
 
@@ -62,13 +63,15 @@ void FrmChess::MoveCursor(int Index) {
 }
 
 void FrmChess::TakeUp(int Index) {
-  if (Val(squ(Index).Tag) == 0) return;
+  if (Val(squ(Index).Tag) == 0) return Announce(SquareWords(Index));
+  Announce(PieceColorName(Index) + " taken up");
   Carry(Index);
   squ_DragOver(Index, squ(Index), DragState::kEnter);
 }
 
 void FrmChess::DropCarried(int Index) {
-  if (Val(squ(Index).Tag) != 0) return;
+  if (Val(squ(Index).Tag) != 0) return Announce(SquareName(Index) + " is not empty");
+  Announce("Dropped");
   const PictureBox& source = squ(*Carried);
   Carry({});
   squ_DragDrop(Index, source);
@@ -76,6 +79,7 @@ void FrmChess::DropCarried(int Index) {
 
 void FrmChess::PutBack() {
   if (!Carried) return;
+  if (Val(squ(*Carried).Tag) != 0) Announce(PieceColorName(*Carried) + " put back");
   squ_DragOver(Cursor, squ(*Carried), DragState::kLeave);
   Carry({});
 }

@@ -2,6 +2,7 @@
 
 #include "net/text.h"
 #include "net/wire.h"
+#include "platform/window/announce.h"
 #include "table/frm_chess.h"
 
 namespace morva {
@@ -44,10 +45,10 @@ bool FrmChess::txtIn_KeyDown(Key key, int Shift) {
   if (Shift != 0) return false;
   switch (key) {
     case Key::kPageUp:
-      txtOut.ScrollPages(-1);
+      LeafThroughLog(-1);
       return true;
     case Key::kPageDown:
-      txtOut.ScrollPages(1);
+      LeafThroughLog(1);
       return true;
     case Key::kUp:
       if (recalled_ > 0) RecallLine(recalled_ - 1);
@@ -60,10 +61,16 @@ bool FrmChess::txtIn_KeyDown(Key key, int Shift) {
   }
 }
 
+void FrmChess::LeafThroughLog(int pages) {
+  txtOut.ScrollPages(pages);
+  Announce(txtOut.ShownText());
+}
+
 void FrmChess::RecallLine(std::size_t which) {
   if (recalled_ == said_.size()) unsaid_ = txtIn.Text;
   recalled_ = which;
   txtIn.Text = which == said_.size() ? unsaid_ : said_[which];
+  Announce(txtIn.Text().empty() ? "Empty line" : txtIn.Text());
 }
 
 void FrmChess::cmdDefault_Click() {

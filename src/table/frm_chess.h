@@ -93,6 +93,7 @@ class FrmChess : public GameWindow {
   void Coord_MouseDown();
   void txtIn_KeyPress(int KeyAscii);
   bool txtIn_KeyDown(Key key, int Shift);
+  void LeafThroughLog(int pages);
   void RecallLine(std::size_t which);
   void txtOut_GotFocus();
   void cmdDefault_Click();

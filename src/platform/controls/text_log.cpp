@@ -2,6 +2,7 @@
 
 #include <QPlainTextEdit>
 #include <QScrollBar>
+#include <QTextDocumentFragment>
 #include <algorithm>
 
 #include "platform/controls/native.h"
@@ -57,6 +58,13 @@ void TextLog::Append(const std::string& more) {
 void TextLog::ScrollPages(int pages) {
   QScrollBar& bar = *As<QPlainTextEdit>(*this).verticalScrollBar();
   bar.setValue(bar.value() + pages * bar.pageStep());
+}
+
+std::string TextLog::ShownText() const {
+  const auto& log = As<QPlainTextEdit>(*this);
+  QTextCursor shown = log.cursorForPosition(QPoint(0, 0));
+  shown.setPosition(log.cursorForPosition(log.viewport()->rect().bottomRight()).position(), QTextCursor::KeepAnchor);
+  return StdText(shown.selection().toPlainText().remove(QChar(0x200B)));
 }
 
 void TextLog::Show() {

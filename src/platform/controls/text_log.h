@@ -16,6 +16,8 @@ class TextLog : public Control {
   void Append(const std::string& more);
   /// Leafs by so many pages, back where it is negative.
   void ScrollPages(int pages);
+  /// The part of the text that is in view, UTF-8, lines apart by LF.
+  std::string ShownText() const;
   void SetLayoutText(const std::string& text) override { Text = text; }
 
  protected:
