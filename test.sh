@@ -30,7 +30,7 @@ export UBSAN_OPTIONS="print_stacktrace=1"
 export PULSE_SERVER="unix:/nonexistent"
 export XDG_RUNTIME_DIR="${XDG_RUNTIME_DIR:-$(mktemp -d)}"
 ctest --test-dir "$folder" --output-on-failure
-for play in play keys faults; do
+for play in play keys heard faults; do
   echo "== tests/e2e/$play.py"
   MORVA="$folder/morva" python3 "tests/e2e/$play.py"
 done

@@ -162,8 +162,10 @@ void Control::Lay() {
 }
 
 Control* ControlOf(const QWidget* widget) {
-  for (; widget != nullptr && !widget->isWindow(); widget = widget->parentWidget()) {
+  for (; widget != nullptr; widget = widget->parentWidget()) {
+    // A control that is not placed yet is a window to the toolkit.
     if (Control* control = Controls().value(widget)) return control;
+    if (widget->isWindow()) return nullptr;
   }
   return nullptr;
 }

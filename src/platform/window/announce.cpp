@@ -68,19 +68,15 @@ void Notify(NativeWindow& window, const QString& words) {
   QAccessible::queryAccessibleInterface(&window);  // which makes the status bar
   const QObjectList& children = window.children();
   const auto bar = std::find_if(children.begin(), children.end(), IsStatusBar);
-  // Round and round, so that what was said shortly before can still be asked for.
-  static std::size_t said = 0;
+  // What was said shortly before can still be asked for. A new object each time: tools keep the names that they know.
   const QObjectList& kept = (*bar)->children();
-  const auto next = static_cast<qsizetype>(said++ % kKept);
-  if (next >= kept.size()) {
-    new SpokenNode(new SpokenNode(*bar, QAccessible::Notification), QAccessible::StaticText);
-    Tell(kept.back(), QAccessible::ObjectCreated);
+  if (kept.size() == kKept) {
+    Tell(kept.front(), QAccessible::ObjectDestroyed);
+    delete kept.front();
   }
-  QObject* notification = kept.at(std::min(next, kept.size() - 1));
-  auto* label = static_cast<SpokenNode*>(notification->children().front());
-  Tell(notification, QAccessible::ObjectHide);
-  label->words = words;
-  Tell(label, QAccessible::NameChanged);
+  auto* notification = new SpokenNode(*bar, QAccessible::Notification);
+  (new SpokenNode(notification, QAccessible::StaticText))->words = words;
+  Tell(notification, QAccessible::ObjectCreated);
   Tell(notification, QAccessible::ObjectShow);
 }
 #else
