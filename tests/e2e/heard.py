@@ -130,7 +130,7 @@ def main():
     own_network()
     with Desk(QT_LINUX_ACCESSIBILITY_ALWAYS_ON="1", **{BUS: os.environ[BUS]}) as desk:
         heard = Heard(desk)
-        return run([desk], [heard.waiting, heard.the_other_side, heard.by_keys, heard.the_tree, heard.leaving])
+        return run([desk], [heard.waiting, heard.the_other_side, heard.by_keys, heard.the_tree])
 
 
 if __name__ == "__main__":
