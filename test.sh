@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # Builds and runs every test once, without a display: ./test.sh, or ./test.sh --sanitize for a build with
 # AddressSanitizer and UndefinedBehaviorSanitizer, where one evening stands for all that two copies play.
+# ./test.sh --desktops plays the evening alone, under every desktop that tests/e2e/desk.py knows.
 set -euo pipefail
 cd "$(dirname "$0")"
 . tools/packages.sh
@@ -13,8 +14,14 @@ case "${1:-}" in
     folder=build-sanitize
     options=(-DMORVA_SANITIZE=ON)
     ;;
+  --desktops)
+    need "${build_packages[@]}" "${run_packages[@]}" "${screen_packages[@]}" "${desktop_packages[@]}"
+    cmake -B "$folder" -G Ninja >/dev/null
+    cmake --build "$folder" --target morva
+    MORVA="$folder/morva" exec python3 tests/e2e/evening.py
+    ;;
   *)
-    echo "usage: ./test.sh [--sanitize]" >&2
+    echo "usage: ./test.sh [--sanitize | --desktops]" >&2
     exit 2
     ;;
 esac
@@ -30,11 +37,13 @@ export UBSAN_OPTIONS="print_stacktrace=1"
 export PULSE_SERVER="unix:/nonexistent"
 export XDG_RUNTIME_DIR="${XDG_RUNTIME_DIR:-$(mktemp -d)}"
 ctest --test-dir "$folder" --output-on-failure
-plays=(play keys heard faults)
-[ "$folder" = build ] || plays=(play)
+plays=("evening openbox xfwm4" keys heard leaving)
+[ "$folder" = build ] || plays=("evening openbox")
 for play in "${plays[@]}"; do
-  echo "== tests/e2e/$play.py"
-  MORVA="$folder/morva" python3 "tests/e2e/$play.py"
+  read -r name desktops <<<"$play"
+  echo "== tests/e2e/$name.py $desktops"
+  # shellcheck disable=SC2086 # a word for each desktop
+  MORVA="$folder/morva" python3 "tests/e2e/$name.py" $desktops
 done
 if [ "$folder" = build ]; then
   echo "== tests/installed.py"

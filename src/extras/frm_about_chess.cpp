@@ -66,6 +66,7 @@ FrmAboutChess::FrmAboutChess() : Form({.scale_width = 7275, .scale_height = 4395
 }
 
 void FrmAboutChess::Form_Load() {
+  BelongTo(*frmChess);
   for (Label& label : title) label.Caption = label.Caption() + " " + App::Version();
   legal.Caption = "Legal blabber:\n\n" + title(1).Caption() + kLegalNotice;
   Caption = "About " + title(1).Caption();

@@ -46,6 +46,7 @@ FrmAuthor::FrmAuthor()
 
 void FrmAuthor::Form_Load() {
   FrmAboutChess& about = *frmAboutChess;
+  BelongTo(about);
   photo.Picture = about.photo.Picture();
   Left = about.Left() + about.ClientLeft() + about.photo.Left() - ClientLeft() - photo.Left();
   Top = about.Top() + about.ClientTop() + about.photo.Top() - ClientTop() - photo.Top();

@@ -4,6 +4,7 @@
 
 #include <QAccessible>
 #include <QApplication>
+#include <QLoggingCategory>
 #include <QSettings>
 #include <QWidget>
 #include <cstdio>
@@ -66,9 +67,12 @@ class Application::Impl {
 Application::Application(int& argc, char** argv) {
   // Pictures are drawn by way of large images that live for a moment: their memory goes back to the system at once.
   ::mallopt(M_MMAP_THRESHOLD, kLargeBlock);
-  // Where a Wayland session lets no program place its windows, the X server beside it does.
-  const bool wayland = qEnvironmentVariableIsSet("WAYLAND_DISPLAY");
-  if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", wayland ? "xcb;wayland" : "xcb");
+  // Where a Wayland session lets no program place its windows, the X server beside it does, if there is one.
+  const bool wayland = qEnvironmentVariableIsSet("WAYLAND_DISPLAY"), x = !qEnvironmentVariableIsEmpty("DISPLAY");
+  const char* const platforms = !wayland ? "xcb" : x ? "xcb;wayland" : "wayland";
+  if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", platforms);
+  // It complains of each request that a Wayland session does not grant; the program goes on without.
+  QLoggingCategory::setFilterRules("qt.qpa.wayland*=false");
   auto* style = new Style;
   QApplication::setStyle(style);
   InitStoredFiles();

@@ -108,9 +108,9 @@ bool FrmChess::Form_KeyDown(Key key, int Shift) {
   } else if (key == Key::kT && Shift == kCtrlKey) {
     PassTurn();
   } else if (key == Key::kF6 && Shift == 0) {
-    txtIn.HasFocus() ? FocusBoard() : frmToolWindow->SetFocus();
+    txtIn.HasFocus() ? FocusBoard() : frmToolWindow->FocusNick();
   } else if (key == Key::kF6 && Shift == kShiftKey) {
-    txtIn.HasFocus() ? frmToolWindow->SetFocus() : FocusChat();
+    txtIn.HasFocus() ? frmToolWindow->FocusNick() : FocusChat();
   } else {
     return false;
   }

@@ -62,6 +62,7 @@ FrmChange::FrmChange()
 }
 
 void FrmChange::Form_Load() {
+  BelongTo(*frmChess);
   frmChess->Enabled = false;
   Index = Val(frmChess->Tag);
   OldPiece = frmChess->OldPiece;

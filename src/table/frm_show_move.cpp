@@ -23,6 +23,8 @@ FrmShowMove::FrmShowMove()
   hundredth.Tick = [this] { hundredth_Timer(); };
 }
 
+void FrmShowMove::Form_Load() { BelongTo(*frmChess); }
+
 void FrmShowMove::hundredth_Timer() {
   ++Step;
   Left = (X2 - X1) * (Step / static_cast<double>(kSteps)) + X1;

@@ -9,6 +9,7 @@ namespace morva {
 class FrmShowMove : public Form {
  public:
   FrmShowMove();
+  void Form_Load() override;
 
   int Step = 0;        ///< ticks so far
   int X1 = 0, X2 = 0;  ///< Left at the start and at the end, twips on the screen

@@ -147,6 +147,11 @@ bool FrmToolWindow::Form_KeyDown(Key key, int Shift) {
   return true;
 }
 
+void FrmToolWindow::FocusNick() {
+  SetFocus();
+  lblNick.SetFocus();
+}
+
 void FrmToolWindow::OpenMenuAt(int Button, double X, double Y) {
   if (Button == kRightButton) PopupMenu(mnuHidden, X, Y);
 }

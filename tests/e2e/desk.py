@@ -19,18 +19,18 @@ from pathlib import Path
 TWIPS = 15  # a pixel
 FAILURES = Path(tempfile.gettempdir()) / "morva-e2e"  # pictures of the screen at a failure
 
-# What starts each desktop, and the Debian packages that it takes.
+# What starts each desktop.
 DESKTOPS = {
-    "none": ("", ""),
-    "openbox": ("openbox --sm-disable", "openbox"),
-    "xfwm4": ("xfwm4 --compositor=off", "xfwm4 xfconf"),
-    "mutter": ("mutter --x11", "mutter"),
-    "kwin": ("kwin_x11", "kwin-x11"),
-    "marco": ("marco --no-composite", "marco mate-settings-daemon-common"),
-    "metacity": ("metacity --no-composite", "metacity"),
-    "icewm": ("icewm", "icewm"),
-    "weston": ("weston", "weston qt6-wayland"),
-    "weston-x": ("weston --xwayland", "weston xwayland"),
+    "none": "",
+    "openbox": "openbox --sm-disable",
+    "xfwm4": "xfwm4 --compositor=off",
+    "mutter": "mutter --x11",
+    "kwin": "kwin_x11",
+    "marco": "marco --no-composite",
+    "metacity": "metacity --no-composite",
+    "icewm": "icewm",
+    "weston": "weston",
+    "weston-x": "weston --xwayland",
 }
 
 
@@ -121,7 +121,8 @@ class Window:
         """The window less a frame of the program's own: as thick below as at the sides, and a title bar above. None if
         that does not leave the size."""
         frame, title_bar = (self.width - width) // 2, self.height - height - (self.width - width) // 2
-        if not 0 <= frame <= 40 or not frame <= title_bar <= frame + 40 or self.width != width + 2 * frame:
+        thickest = 40 if self.desk.on_wayland else 3
+        if not 0 <= frame <= thickest or not frame <= title_bar <= frame + thickest // 4 * 3 or self.width % 2 != width % 2:
             return None
         return Window(self.desk, self.ident, self.title, self.x + frame, self.y + title_bar, width, height)
 
@@ -178,7 +179,7 @@ class Desk:
             if self.on_wayland:
                 self._start_weston()
             elif self.desktop != "none":
-                self.start("dbus-run-session", "--", *DESKTOPS[self.desktop][0].split())
+                self.start("dbus-run-session", "--", *DESKTOPS[self.desktop].split())
                 awaited(lambda: "window id" in self.output("xprop", "-root", "_NET_SUPPORTING_WM_CHECK"),
                         f"the window manager {self.desktop}")
             self.furniture = len(self.programs)
@@ -210,10 +211,10 @@ class Desk:
     def _start_weston(self):
         """Weston in a window that fills the screen, so that mouse, keys and pictures go by way of the screen here too."""
         settings = self.folder / "weston.ini"
-        settings.write_text("[shell]\npanel-position=none\nlocking=false\n")
+        settings.write_text("[shell]\npanel-position=none\nlocking=false\nclose-animation=none\nstartup-animation=none\n")
         log = self.folder / "weston.log"
         with open(log, "wb") as complaints:
-            self.start(*DESKTOPS[self.desktop][0].split(), "--backend=x11-backend.so", "--use-pixman", "--debug",
+            self.start(*DESKTOPS[self.desktop].split(), "--backend=x11-backend.so", "--use-pixman", "--debug",
                        f"--width={self.width}", f"--height={self.height}", f"--config={settings}", "--socket=wayland",
                        stderr=complaints)
         self.inside |= {"WAYLAND_DISPLAY": "wayland", "XDG_SESSION_TYPE": "wayland"}

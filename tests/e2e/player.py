@@ -60,7 +60,13 @@ class Player:
         return None
 
     def window(self, wanted, seconds=20.0):
-        return awaited(lambda: self.find(wanted), f"{self.nick}'s window {wanted}", seconds)
+        """Waits for it to come, and to stand still: the program moves some once it knows their frame."""
+
+        def stands():
+            before, now = self.find(wanted), self.find(wanted)
+            return before and now and (before.x, before.y) == (now.x, now.y) and now
+
+        return awaited(stands, f"{self.nick}'s window {wanted}", seconds)
 
     def gone(self, wanted):
         awaited(lambda: not self.find(wanted), f"{self.nick}'s window {wanted} closes")
@@ -77,7 +83,7 @@ class Player:
         """Clicks the picture away. The inside of the welcome dialog, as a guest sees it."""
         self.window(START_PICTURE).click(100, 100)
         self.gone(START_PICTURE)
-        return awaited(lambda: (found := self.find("Morva")) and found.inside(261, 142), f"{self.nick}'s welcome")
+        return self.window("Morva").inside(261, 142)
 
     def fill(self, welcome, control, text):
         welcome.click(*control)
@@ -86,9 +92,13 @@ class Player:
 
     def listen(self):
         welcome = self.welcome()
-        welcome.click(*RDO_HOST)
-        awaited(lambda: self.find("Morva").inside(261, 111), "as a host one has no row for the host's address")
-        self.fill(welcome, TXT_NICK, self.nick)
+
+        def lower():
+            """The dialog as a host sees it: without a row for an address. It may just have moved away from a click."""
+            (self.find("Morva").inside(261, 142) or welcome).click(*RDO_HOST)
+            return self.find("Morva").inside(261, 111)
+
+        self.fill(awaited(lower, "a host's welcome dialog"), TXT_NICK, self.nick)
         self.desk.keys("Return")
 
     def host(self):
@@ -102,14 +112,15 @@ class Player:
         self.desk.keys("Return")
 
     def table_opens(self):
-        """Waits for the game's two windows to stand beside each other, as far as the desktop lets them."""
+        """Waits for the game's two windows to stand side by side, as far as the desktop lets them."""
 
         def stand():
-            before = self.look() and (self.main, self.tool)
-            return before and self.look() and all(
-                (a.x, a.y) == (b.x, b.y) for a, b in zip(before, (self.main, self.tool)))
+            if not self.look() or not self.main.wholly_on_the_screen() or not self.tool.wholly_on_the_screen():
+                return False
+            gap = self.tool.x - self.main.x - self.main.width
+            return self.desk.on_wayland or 0 <= gap < 12 and abs(self.tool.y - self.main.y) < 12
 
-        awaited(stand, f"{self.nick}'s table")
+        awaited(stand, f"{self.nick}'s two windows stand side by side, wholly on the screen")
 
     def sit_down(self, x, y):
         """Waits for the game to begin, and puts its two windows there."""
@@ -121,8 +132,10 @@ class Player:
 
     def look(self):
         """Finds the game's two windows anew: they may have been moved."""
-        self.main = self.find(f"Morva - {self.nick}")
-        self.tool = self.find(self.nick) or self.find((TOOL_WIDTH, TOOL_HEIGHT))
+        windows = self.windows()
+        # The main window's title goes on with the name of the square under the pointer.
+        self.main = next((w for w in windows if w.title.startswith(f"Morva - {self.nick}")), None)
+        self.tool = next((w for w in windows if w.title == self.nick or w.inside(TOOL_WIDTH, TOOL_HEIGHT)), None)
         return self.main and self.tool
 
     # At the board.

@@ -45,13 +45,13 @@ TEST_F(Table, TheWindowsStandSideBySideOnceAndTakeTheNick) {
   EXPECT_NEAR(tools.Top(), frmChess->Top(), 30);
   EXPECT_TRUE(ChatHasFocus() && frmChess->Client()->size() == QSize(448, 539));
   frmChess->Left = 150;
-  tools.Left = 9000;
+  tools.Left = 7500;
   tools.mnuAlways.Checked = false;
   for (Form* form : {static_cast<Form*>(&tools), static_cast<Form*>(&*frmChess)}) {
     form->SetFocus();
     ASSERT_TRUE(Await([form] { return QApplication::activeWindow() == form->Native(); }));
   }
-  EXPECT_TRUE(frmChess->Left() == 150 && tools.Left() == 9000 && !tools.frmext.ontop());
+  EXPECT_TRUE(frmChess->Left() == 150 && tools.Left() == 7500 && !tools.frmext.ontop());
 }
 
 TEST_F(Table, QuittingSendsTheRestAndEndsWithoutAQuestion) {

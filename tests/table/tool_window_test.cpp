@@ -30,7 +30,7 @@ TEST_F(ToolWindow, StaysOnTopWhileItsMenuSaysSo) {
   FrmToolWindow& tools = *frmToolWindow;
   for (const bool on : {true, false, true}) {
     EXPECT_TRUE(tools.mnuAlways.Checked() == on && tools.frmext.ontop() == on);
-    EXPECT_EQ(tools.Native()->windowFlags().testFlag(Qt::WindowStaysOnTopHint), on);
+    EXPECT_TRUE(Await([&] { return tools.Native()->windowFlags().testFlag(Qt::WindowStaysOnTopHint) == on; }));
     tools.mnuAlways.Click();
   }
 }

@@ -42,6 +42,7 @@ TextLog::TextLog()
       later_([this] { Show(); }) {
   auto& log = As<QPlainTextEdit>(*this);
   log.setReadOnly(true);
+  log.setCursorWidth(0);  // it would blink beside the caret of the line that is typed into
   log.setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
   log.setUndoRedoEnabled(false);
   log.setWordWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);

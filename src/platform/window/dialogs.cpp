@@ -73,10 +73,17 @@ void SetUp(QMessageBox& box, const std::string& text, const std::string& title) 
   grid->addItem(new QSpacerItem(kNarrowestBox, 0), grid->rowCount(), 0, 1, grid->columnCount());
 }
 
-// Shows it until it is answered. Not every window manager gives the keys back to the window that had them.
+// Not every window manager gives the keys back to the window that had them.
+void GiveKeysBack(const QDialog& box) {
+  QWidget* next = QApplication::activeModalWidget();
+  if (next == nullptr || next == &box) next = box.parentWidget();
+  if (next != nullptr) next->activateWindow();
+}
+
+// Shows it until it is answered.
 int Answer(QDialog& box) {
   const int answer = box.exec();
-  if (QWidget* parent = box.parentWidget()) parent->activateWindow();
+  GiveKeysBack(box);
   return answer;
 }
 

@@ -24,6 +24,13 @@ struct Target {
   float x = 0, y = 0;  // twips
 };
 
+// A place of the pointer: within the window, and on the screen, of which a window's own idea can be stale.
+struct Pointer {
+  explicit Pointer(const QMouseEvent& event)
+      : window(event.scenePosition().toPoint()), screen(event.globalPosition().toPoint()) {}
+  QPoint window, screen;
+};
+
 void GoOn();
 
 struct Running {
@@ -34,8 +41,8 @@ struct Running {
   Control& source;
   NativeWindow& window;
   std::optional<Target> target;
-  QTimer deactivated;              // runs from the deactivation of the window until that is sure to last
-  std::optional<QPoint> released;  // where the button was released in the meantime
+  QTimer deactivated;               // runs from the deactivation of the window until that is sure to last
+  std::optional<Pointer> released;  // where the button was released in the meantime
 };
 
 std::optional<Running> running;
@@ -44,14 +51,18 @@ bool SamePlace(const std::optional<Target>& a, const std::optional<Target>& b) {
   return a.has_value() == b.has_value() && (!a || a->control == b->control);
 }
 
-std::optional<Target> TargetAt(NativeWindow& window, QPoint screen) {
+// Whether another window of ours lies there; it can't be told where the places on the screen don't fit.
+bool Covered(const NativeWindow& window, const Pointer& at) {
+  return window.mapToGlobal(at.window) == at.screen && QApplication::topLevelAt(at.screen) != &window;
+}
+
+std::optional<Target> TargetAt(NativeWindow& window, const Pointer& at) {
   const QWidget* client = &window.Client();
-  const QPoint place = client->mapFromGlobal(screen);
-  const bool covered = QApplication::topLevelAt(screen) != &window;
-  if (covered || !client->rect().contains(place)) return std::nullopt;
+  const QPoint place = client->mapFrom(&window, at.window);
+  if (!client->rect().contains(place) || Covered(window, at)) return std::nullopt;
   Control* control = ControlOf(client->childAt(place));
   const QWidget* widget = control != nullptr ? control->Native() : client;
-  const QPoint pixels = widget->mapFromGlobal(screen) - widget->contentsRect().topLeft();
+  const QPoint pixels = widget->mapFrom(&window, at.window) - widget->contentsRect().topLeft();
   return Target{control, static_cast<float>(ToTwips(pixels.x())), static_cast<float>(ToTwips(pixels.y()))};
 }
 
@@ -64,8 +75,8 @@ void Tell(const std::optional<Target>& target, DragState state) {
   }
 }
 
-void MoveTo(QPoint screen) {
-  const std::optional<Target> target = TargetAt(running->window, screen);
+void MoveTo(const Pointer& at) {
+  const std::optional<Target> target = TargetAt(running->window, at);
   if (SamePlace(target, running->target)) {
     running->target = target;
     Tell(target, DragState::kOver);
@@ -81,8 +92,8 @@ void Finish() {
   QGuiApplication::restoreOverrideCursor();
 }
 
-void DropAt(QPoint screen) {
-  const std::optional<Target> target = TargetAt(running->window, screen);
+void DropAt(const Pointer& at) {
+  const std::optional<Target> target = TargetAt(running->window, at);
   Control& source = running->source;
   // The pointer may have come here without a movement.
   if (!SamePlace(target, running->target)) Tell(running->target, DragState::kLeave);
@@ -128,12 +139,12 @@ QCursor Hand(double scale) {
 
 }  // namespace
 
-void Drag::Begin(Control& source, QPoint screen) {
+void Drag::Begin(Control& source, const QMouseEvent& press) {
   NativeWindow* window = NativeWindow::Of(source.Native());
   if (window == nullptr || running) return;
   running.emplace(source, *window);
   QGuiApplication::setOverrideCursor(Hand(window->devicePixelRatioF()));
-  MoveTo(screen);
+  MoveTo(Pointer(press));
 }
 
 void Drag::Abandon(const NativeWindow& window) {
@@ -144,11 +155,11 @@ bool Drag::Takes(const QWidget& receiver, QEvent& event) {
   if (!running) return false;
   switch (event.type()) {
     case QEvent::MouseMove:
-      if (!running->released) MoveTo(static_cast<QMouseEvent&>(event).globalPosition().toPoint());
+      if (!running->released) MoveTo(Pointer(static_cast<QMouseEvent&>(event)));
       return true;
     case QEvent::MouseButtonRelease:
       if (static_cast<QMouseEvent&>(event).button() != Qt::LeftButton) return true;
-      running->released = static_cast<QMouseEvent&>(event).globalPosition().toPoint();
+      running->released.emplace(static_cast<QMouseEvent&>(event));
       if (!running->deactivated.isActive()) DropAt(*running->released);
       return true;
     case QEvent::MouseButtonPress:

@@ -1,7 +1,7 @@
 #pragma once
 
 #include <QEvent>
-#include <QPoint>
+#include <QMouseEvent>
 #include <QWidget>
 
 namespace morva {
@@ -13,7 +13,7 @@ class NativeWindow;
 class Drag {
  public:
   /// Starts with a press on source at a place on the screen.
-  static void Begin(Control& source, QPoint screen);
+  static void Begin(Control& source, const QMouseEvent& press);
   /// Ends a drag of this window without a drop.
   static void Abandon(const NativeWindow& window);
   /// Gives an event of the program to the drag; true: the drag has taken it.

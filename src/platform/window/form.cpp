@@ -4,7 +4,6 @@
 #include <QApplication>
 #include <QMenuBar>
 #include <QPushButton>
-#include <QWindow>
 
 #include "platform/drawing/picture.h"
 #include "platform/drawing/pixels.h"
@@ -35,8 +34,8 @@ Form::Form(const FormStyle& style)
             native_->MoveTo({native_->Corner().x(), ToPixels(Top.Assigned())});
           },
           [this] { return ToTwips(native_->Corner().y()); }),
-      Width([this] { return ToTwips(native_->frameGeometry().width()); }),
-      Height([this] { return ToTwips(native_->frameGeometry().height()); }),
+      Width([this] { return ToTwips(native_->OuterSize().width()); }),
+      Height([this] { return ToTwips(native_->OuterSize().height()); }),
       ScaleWidth(
           0,
           [this] {
@@ -80,8 +79,7 @@ void Form::TypeInto(Control& line) { native_->text_line = line.Native(); }
 void Form::Show() {
   native_->SetShown(true);
   if (!native_->isVisible() || native_->testAttribute(Qt::WA_ShowWithoutActivating)) return;
-  native_->raise();
-  native_->activateWindow();
+  native_->TakeKeys();
 }
 
 void Form::Hide() { native_->SetShown(false); }
@@ -93,24 +91,14 @@ void Form::SetFocus() {
   if (QApplication::activeModalWidget() != nullptr || QApplication::activePopupWidget() != nullptr) return;
   // Each move comes here, and asking the window manager takes longer than painting it.
   if (QApplication::activeWindow() == native_.get()) return;
-  native_->raise();
-  native_->activateWindow();
+  native_->TakeKeys();
 }
 
 void Form::PopupMenu(Menu& menu, double x, double y) {
   menu.OpenAt(native_->Client().mapToGlobal(QPoint(ToPixels(x), ToPixels(y))));
 }
 
-void Form::StayOnTop(bool on) {
-  if (QWindow* window = native_->windowHandle()) {
-    native_->overrideWindowFlags(native_->windowFlags().setFlag(Qt::WindowStaysOnTopHint, on));
-    window->setFlag(Qt::WindowStaysOnTopHint, on);
-    // A window that may be covered again is not covered yet.
-    native_->raise();
-  } else {
-    native_->setWindowFlag(Qt::WindowStaysOnTopHint, on);
-  }
-}
+void Form::StayOnTop(bool on) { native_->StayOnTop(on); }
 
 QWidget* Form::Native() const { return native_.get(); }
 

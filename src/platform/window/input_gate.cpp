@@ -3,6 +3,7 @@
 #include <QAction>
 #include <QKeyEvent>
 #include <QMouseEvent>
+#include <QWindow>
 #include <algorithm>
 
 #include "platform/controls/control.h"
@@ -52,8 +53,17 @@ bool BeginsDrag(const QWidget& widget, const QEvent& event) {
   const auto& press = static_cast<const QMouseEvent&>(event);
   Control* control = ControlOf(&widget);
   if (press.button() != Qt::LeftButton || control == nullptr || !control->AutomaticDrag) return false;
-  Drag::Begin(*control, press.globalPosition().toPoint());
+  Drag::Begin(*control, press);
   return true;
+}
+
+// An X server within a Wayland session is not told where the session moves a window, but knows where the pointer is.
+void MendPlace(NativeWindow& window, const QEvent& event) {
+  static const bool wayland = qEnvironmentVariableIsSet("WAYLAND_DISPLAY");
+  if (!wayland || event.type() != QEvent::MouseButtonPress || !window.isWindow()) return;
+  const auto& press = static_cast<const QMouseEvent&>(event);
+  const QPoint off = press.globalPosition().toPoint() - window.mapToGlobal(press.scenePosition().toPoint());
+  if (!off.isNull()) window.windowHandle()->setPosition(window.windowHandle()->position() + off);
 }
 
 }  // namespace
@@ -78,6 +88,7 @@ bool InputGate::eventFilter(QObject* receiver, QEvent* event) {
     return true;
   }
   if (event->type() == QEvent::KeyPress) return TakeKey(widget, *window, *static_cast<QKeyEvent*>(event));
+  MendPlace(*window, *event);
   return BeginsDrag(widget, *event);
 }
 

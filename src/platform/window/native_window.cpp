@@ -8,8 +8,11 @@
 #include <QPainter>
 #include <QPushButton>
 #include <QScreen>
+#include <QWindow>
 #include <algorithm>
 #include <cmath>
+#include <optional>
+#include <utility>
 
 #include "platform/drawing/edge.h"
 #include "platform/drawing/fonts.h"
@@ -24,9 +27,7 @@ namespace {
 constexpr int kOwnFrame = 3;
 
 Qt::WindowFlags FlagsOf(const FormStyle& style) {
-  if (style.round) {
-    return Qt::ToolTip | Qt::FramelessWindowHint | Qt::BypassWindowManagerHint | Qt::WindowDoesNotAcceptFocus;
-  }
+  if (style.round) return Qt::ToolTip | Qt::FramelessWindowHint | Qt::WindowDoesNotAcceptFocus;
   if (style.frame == FormStyle::Frame::kNone) return Qt::SplashScreen | Qt::FramelessWindowHint;
   Qt::WindowFlags flags = style.on_task_bar ? Qt::Window : Qt::Dialog;
   if (style.frame == FormStyle::Frame::kSizableWidth) flags = Qt::Tool;
@@ -49,11 +50,34 @@ QRegion RoundRegion(QSize size) {
   return region;
 }
 
-bool OnAnyScreen(const QRect& place) {
+// The screen that shows most of the place; none if it is off every screen.
+const QScreen* ScreenAt(const QRect& place) {
+  const QScreen* most = nullptr;
+  int most_pixels = 0;
   const auto screens = QGuiApplication::screens();
-  return std::any_of(screens.begin(), screens.end(),
-                     [&](const QScreen* screen) { return screen->geometry().intersects(place); });
+  for (const QScreen* screen : screens) {
+    const QSize shown = screen->geometry().intersected(place).size();
+    if (shown.isEmpty() || shown.width() * shown.height() <= most_pixels) continue;
+    most = screen;
+    most_pixels = shown.width() * shown.height();
+  }
+  return most;
 }
+
+QPoint WhollyOn(const QRect& screen, const QRect& place) {
+  return {std::max(screen.left(), std::min(place.left(), screen.right() + 1 - place.width())),
+          std::max(screen.top(), std::min(place.top(), screen.bottom() + 1 - place.height()))};
+}
+
+bool PlacesWindows() { return !QGuiApplication::platformName().startsWith("wayland"); }
+
+// What the window manager draws round a window with a title bar, as last seen; nothing where there is none.
+std::optional<QMargins>& Frame() {
+  static std::optional<QMargins> frame;
+  return frame;
+}
+
+bool NoWindowManager() { return Frame() && Frame()->isNull(); }
 
 // Whether the key changes or ends a line of text, and would not move about in a list or on a board.
 bool IsTyping(const QKeyEvent& event) {
@@ -74,10 +98,8 @@ bool IsTyping(const QKeyEvent& event) {
 void ActivateEnabledForm() {
   const QWidgetList windows = QApplication::topLevelWidgets();
   for (QWidget* window : windows) {
-    const NativeWindow* form = NativeWindow::Of(window);
-    if (form == nullptr || !form->takes_input || !window->isVisible() || window->windowType() == Qt::Tool) continue;
-    window->raise();
-    window->activateWindow();
+    auto* form = dynamic_cast<NativeWindow*>(window);
+    if (form != nullptr && form->takes_input && form->isVisible() && form->windowType() != Qt::Tool) form->TakeKeys();
   }
 }
 
@@ -88,9 +110,11 @@ NativeWindow::NativeWindow(FormEvents& events, const FormStyle& style)
   setFont(ProgramFont());
   client_.setMouseTracking(true);
   client_.installEventFilter(this);
-  if (style.round) setAttribute(Qt::WA_ShowWithoutActivating);
+  setAttribute(Qt::WA_ShowWithoutActivating, style.round || style.frame == FormStyle::Frame::kSizableWidth);
   activation_.setSingleShot(true);
-  connect(&activation_, &QTimer::timeout, [this] { Activated(); });
+  activation_.callOnTimeout([this] { AwaitActivation(); });
+  settling_.setSingleShot(true);
+  settling_.callOnTimeout([this] { SettleOnTop(); });
 }
 
 NativeWindow::~NativeWindow() {
@@ -100,7 +124,10 @@ NativeWindow::~NativeWindow() {
 }
 
 NativeWindow* NativeWindow::Of(const QWidget* widget) {
-  return widget == nullptr ? nullptr : dynamic_cast<NativeWindow*>(widget->window());
+  for (; widget != nullptr; widget = widget->isWindow() ? nullptr : widget->parentWidget()) {
+    if (const auto* window = dynamic_cast<const NativeWindow*>(widget)) return const_cast<NativeWindow*>(window);
+  }
+  return nullptr;
 }
 
 QMenuBar& NativeWindow::Bar() {
@@ -133,9 +160,28 @@ void NativeWindow::SizeClient(QSize client) {
 
 void NativeWindow::MoveTo(QPoint corner) {
   placed_ = true;
+  centred_ = false;
   place_ = corner;
-  if (OnAnyScreen({corner, frameGeometry().size()})) move(corner);
+  const QRect place(corner, OuterSize());
+  if (!isWindow()) {
+    move(parentWidget()->mapFromGlobal(corner));
+  } else if (const QScreen* screen = ScreenAt(place)) {
+    const QPoint nearest = place_ = WhollyOn(screen->availableGeometry(), place);
+    if (isVisible()) {  // the widget itself is slow to learn of its frame
+      const QMargins frame = windowHandle()->frameMargins();
+      windowHandle()->setPosition(nearest + QPoint(frame.left(), frame.top()));
+    } else {
+      move(nearest);
+    }
+  }
   ShowWhereSeen();
+}
+
+QPoint NativeWindow::Corner() const { return isWindow() || !isVisible() ? place_ : mapToGlobal(QPoint()); }
+
+QSize NativeWindow::OuterSize() const {
+  if (!HasTitleBar()) return size();
+  return isVisible() ? windowHandle()->frameGeometry().size() : size().grownBy(Frame().value_or(QMargins()));
 }
 
 void NativeWindow::SetShown(bool shown) {
@@ -144,7 +190,34 @@ void NativeWindow::SetShown(bool shown) {
   ShowWhereSeen();
 }
 
-void NativeWindow::BelongTo(NativeWindow& owner) { setParent(&owner, windowFlags()); }
+void NativeWindow::BelongTo(NativeWindow& owner) {
+  const bool part = style_.round || (!style_.title_bar && !PlacesWindows());
+  setParent(&owner, part ? Qt::SubWindow : windowFlags());
+}
+
+void NativeWindow::TakeKeys() {
+  // A window manager brings forward what it gives the keys to, and takes a request of its own amiss.
+  if (NoWindowManager() || !isWindow()) raise();
+  activateWindow();
+}
+
+void NativeWindow::StayOnTop(bool on) {
+  on_top_ = on;
+  forward_ = forward_ || on;
+  if (windowHandle() == nullptr && isWindow()) setWindowFlag(Qt::WindowStaysOnTopHint, on);
+  if (windowHandle() != nullptr) settling_.start(0);
+}
+
+void NativeWindow::SettleOnTop() {
+  const bool forward = std::exchange(forward_, false);
+  QWindow* window = windowHandle();
+  if (window == nullptr || !shown_) return;
+  if (window->flags().testFlag(Qt::WindowStaysOnTopHint) != on_top_) {
+    overrideWindowFlags(windowFlags().setFlag(Qt::WindowStaysOnTopHint, on_top_));
+    window->setFlag(Qt::WindowStaysOnTopHint, on_top_);
+  }
+  if (forward && (!on_top_ || NoWindowManager())) raise();
+}
 
 void NativeWindow::SetTabOrder(std::vector<QWidget*> order) {
   tab_order_ = std::move(order);
@@ -160,7 +233,7 @@ bool NativeWindow::event(QEvent* event) {
   // What reaches a window that is gone must not wake what it refers to.
   if (event->type() == QEvent::WindowActivate && shown_) {
     if (takes_input) {
-      Activated();
+      if (!activation_.isActive() || MeetFrame()) Activated();
     } else {
       QTimer::singleShot(0, this, [] { ActivateEnabledForm(); });
     }
@@ -193,7 +266,7 @@ void NativeWindow::resizeEvent(QResizeEvent* /*event*/) {
 }
 
 void NativeWindow::moveEvent(QMoveEvent* /*event*/) {
-  if (isVisible()) place_ = frameGeometry().topLeft();
+  if (isVisible() && isWindow()) place_ = windowHandle()->framePosition();
 }
 
 // Some window managers offer to minimise what is not meant to be: it would be hard to find again.
@@ -226,14 +299,21 @@ void NativeWindow::keyPressEvent(QKeyEvent* event) {
   }
 }
 
-bool NativeWindow::PassToTextLine(const QKeyEvent& event) const {
+bool NativeWindow::PassToTextLine(const QKeyEvent& event) {
   if (text_line.isNull() || focusWidget() == text_line || !IsTyping(event)) return false;
-  if (const NativeWindow* home = Of(text_line); home != this && home->takes_input) text_line->activateWindow();
+  if (NativeWindow* home = Of(text_line); home != this) {
+    client_.setFocus();
+    if (home->takes_input) home->TakeKeys();
+  }
   text_line->setFocus();
   QKeyEvent copy(event.type(), event.key(), event.modifiers(), event.text(), event.isAutoRepeat(),
                  static_cast<ushort>(event.count()));
   QApplication::sendEvent(text_line, &copy);
   return true;
+}
+
+bool NativeWindow::HasTitleBar() const {
+  return isWindow() && style_.title_bar && style_.frame != FormStyle::Frame::kNone;
 }
 
 int NativeWindow::Edge() const { return style_.frame == FormStyle::Frame::kFixed && !style_.title_bar ? kOwnFrame : 0; }
@@ -248,20 +328,60 @@ void NativeWindow::LayClient() {
 
 void NativeWindow::CentreOnce() {
   if (style_.start != FormStyle::Start::kCentred || placed_) return;
-  QRect place = frameGeometry();
+  QRect place({}, OuterSize());
   place.moveCenter(screen()->availableGeometry().center());
   MoveTo(place.topLeft());
+  centred_ = true;
+}
+
+// Whether the frame round the window is known, or there will be none. A centred window is centred with it.
+bool NativeWindow::MeetFrame() {
+  if (!HasTitleBar() || NoWindowManager() || windowHandle() == nullptr) return true;
+  const QMargins frame = windowHandle()->frameMargins();
+  if (frame.isNull()) return false;
+  if (std::exchange(centred_, false) && frame != Frame()) {
+    placed_ = false;
+    CentreOnce();
+    centred_ = false;
+  }
+  Frame() = frame;
+  return true;
+}
+
+// Some window managers tell of the frame only after the activation, and some hand the activation to another window; the
+// program's own order of steps relies on both.
+void NativeWindow::AwaitActivation() {
+  constexpr int kLookMs = 20;
+  const bool framed = MeetFrame();
+  if ((!framed || !isActiveWindow()) && --looks_left_ > 0) return activation_.start(kLookMs);
+  if (!framed && !Frame()) Frame() = QMargins();
+  Activated();
 }
 
 // A window that is placed off every screen is out of sight, whatever the window manager thinks of such places.
 void NativeWindow::ShowWhereSeen() {
-  const bool seen = shown_ && OnAnyScreen({place_, frameGeometry().size()});
+  const bool seen = shown_ && ScreenAt({place_, OuterSize()}) != nullptr;
   if (seen == isVisible()) return;
+  const bool had_keys = isActiveWindow();
+  if (seen && !isWindow()) had_focus_ = window()->focusWidget();
   setVisible(seen);
-  if (!seen) QTimer::singleShot(0, this, [this] { ForgetHidden(); });
-  if (seen && focusWidget() == nullptr) FocusFirstStop();
-  // Some window managers hand the activation to another window; the program's own order of steps relies on it.
-  if (seen && !style_.round) activation_.start(300);
+  if (!seen) {
+    activation_.stop();
+    if (isWindow()) QTimer::singleShot(0, this, [this] { ForgetHidden(); });
+    // Without a window manager, or with some, nobody else would give the keys to another window.
+    if (had_keys && isWindow()) ActivateEnabledForm();
+    if (had_focus_ != nullptr) had_focus_->setFocus();
+    return;
+  }
+  if (!isWindow()) raise();
+  if (style_.round) return;
+  if (text_line != nullptr && Of(text_line) != this) {
+    client_.setFocus();  // no control uses up what is typed
+  } else if (focusWidget() == nullptr || !isWindow()) {
+    FocusFirstStop();
+  }
+  looks_left_ = isWindow() && !testAttribute(Qt::WA_ShowWithoutActivating) ? 15 : 1;
+  activation_.start(0);
 }
 
 // Assistive tools go on seeing a window that is only hidden.
@@ -278,9 +398,8 @@ void NativeWindow::FocusFirstStop() const {
 }
 
 void NativeWindow::Activated() {
-  const bool awaited = activation_.isActive();
   activation_.stop();
-  if (!shown_ || (!awaited && !isActiveWindow())) return;
+  if (!shown_) return;
   events_.Form_Activate();
   events_.Form_GotFocus();
 }

@@ -17,6 +17,9 @@ namespace morva {
 
 /// A form's window in the toolkit: a menu bar where there is a menu, the client area below it. Places on the screen are
 /// those of the outer corner.
+///
+/// A window that belongs to another and moves over it, or has to stand at a place of it where the platform places no
+/// windows, is a part of that other window to the toolkit; to the program it is a window all the same.
 class NativeWindow : public QWidget {
  public:
   NativeWindow(FormEvents& events, const FormStyle& style);
@@ -31,13 +34,21 @@ class NativeWindow : public QWidget {
 
   /// Sets the client area, and with it what the user may do to the size.
   void SizeClient(QSize client);
+  /// Puts it there, or as near as it takes to be wholly on the screen.
   void MoveTo(QPoint corner);
-  QPoint Corner() const { return isVisible() ? frameGeometry().topLeft() : place_; }
+  QPoint Corner() const;
+  /// The size with the window manager's frame; as long as the window was not seen, with the frame of the last one.
+  QSize OuterSize() const;
   /// Shows it, unless it stands off every screen, or hides it.
   void SetShown(bool shown);
 
   /// Makes it a window of the other: it stays in front of it.
   void BelongTo(NativeWindow& owner);
+  /// Makes it the window that the user works in.
+  void TakeKeys();
+  /// Keeps it above all windows, or lets it be covered again. Told to stay on top, it comes forward, whatever it is
+  /// told next in the same turn of the event loop.
+  void StayOnTop(bool on);
   void SetTabOrder(std::vector<QWidget*> order);
   void SetBackground(const QPixmap& picture);
 
@@ -60,6 +71,7 @@ class NativeWindow : public QWidget {
   void keyPressEvent(QKeyEvent* event) override;
 
  private:
+  bool HasTitleBar() const;
   int Edge() const;
   int BarHeight() const;
   void LayClient();
@@ -68,8 +80,11 @@ class NativeWindow : public QWidget {
   void ForgetHidden();
   void FocusFirstStop() const;
   void Activated();
+  void SettleOnTop();
+  void AwaitActivation();
+  bool MeetFrame();
   bool ClientMouse(const QMouseEvent& event);
-  bool PassToTextLine(const QKeyEvent& event) const;
+  bool PassToTextLine(const QKeyEvent& event);
   void PaintClient();
 
   FormEvents& events_;
@@ -79,9 +94,15 @@ class NativeWindow : public QWidget {
   QPixmap background_;
   std::vector<QWidget*> tab_order_;
   QTimer activation_;
+  int looks_left_ = 0;  // for the frame and the activation
+  QTimer settling_;
+  bool on_top_ = false;
+  bool forward_ = false;  // asked to come forward
   QPoint place_;
   bool placed_ = false;
-  bool shown_ = false;  // whether the form is shown, seen or not
+  bool centred_ = false;         // with a frame that was only guessed
+  QPointer<QWidget> had_focus_;  // in the window that this one is a part of
+  bool shown_ = false;           // whether the form is shown, seen or not
 };
 
 }  // namespace morva
