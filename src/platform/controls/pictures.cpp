@@ -91,7 +91,7 @@ class Disc : public QWidget {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(Qt::NoPen);
-    const QRectF whole = Snapped(painter, rect());
+    const QRectF whole = SquareWithin(painter, rect());
     painter.setBrush(QtColor(shape_.BorderColor()));
     painter.drawEllipse(whole);
     painter.setBrush(QtColor(shape_.BackColor()));
