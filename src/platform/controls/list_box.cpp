@@ -61,19 +61,26 @@ class ListBox::View : public RowList {
     PaintFocusRing(painter, viewport()->rect(), 1);
   }
 
-  // What the toolkit tells assistive tools of a list: that the current line has the focus, wherever the focus is, but
-  // not when the focus comes to the list.
+  // Assistive tools hear of the line that the user is on, and of none while the focus is elsewhere. The toolkit's own
+  // list tells them of every new line, and finds no line in this layout.
   void focusInEvent(QFocusEvent* event) override {
     RowList::focusInEvent(event);
-    if (QAccessible::isActive()) QTimer::singleShot(0, this, [this] { currentChanged(currentIndex(), {}); });
+    QTimer::singleShot(0, this, [this] { TellLine(); });
   }
   void currentChanged(const QModelIndex& current, const QModelIndex& previous) override {
-    if (hasFocus()) return RowList::currentChanged(current, previous);
     QAbstractItemView::currentChanged(current, previous);
+    TellLine();
   }
   void selectionChanged(const QItemSelection& selected, const QItemSelection& deselected) override {
-    if (hasFocus()) return RowList::selectionChanged(selected, deselected);
     QAbstractItemView::selectionChanged(selected, deselected);
+  }
+
+ private:
+  void TellLine() {
+    if (!hasFocus() || !currentIndex().isValid() || !QAccessible::isActive()) return;
+    QAccessibleEvent line(this, QAccessible::Focus);
+    line.setChild(currentIndex().row());
+    QAccessible::updateAccessibility(&line);
   }
 };
 
