@@ -26,6 +26,7 @@ void FrmChess::LayOut() {
   PlaceSquares();
   DefaultButton(cmdDefault);
   TypeInto(txtIn);
+  txtOut.HideCaret();  // the one that is seen is in the line that is typed into
   txtIn.SpokenName = "Chat";
   txtOut.SpokenName = "Chat log";
 

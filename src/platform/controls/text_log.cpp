@@ -42,7 +42,6 @@ TextLog::TextLog()
       later_([this] { Show(); }) {
   auto& log = As<QPlainTextEdit>(*this);
   log.setReadOnly(true);
-  log.setCursorWidth(0);  // it would blink beside the caret of the line that is typed into
   log.setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
   log.setUndoRedoEnabled(false);
   log.setWordWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
@@ -55,6 +54,8 @@ void TextLog::Append(const std::string& more) {
   unshown_ += more;
   later_.Request();
 }
+
+void TextLog::HideCaret() { As<QPlainTextEdit>(*this).setCursorWidth(0); }
 
 void TextLog::ScrollPages(int pages) {
   QScrollBar& bar = *As<QPlainTextEdit>(*this).verticalScrollBar();

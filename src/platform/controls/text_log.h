@@ -14,6 +14,7 @@ class TextLog : public Control {
   Property<int> SelStart;      ///< characters; the end brings the end of the text into view
   /// Adds at the end, in a time that does not grow with the text.
   void Append(const std::string& more);
+  void HideCaret();  ///< for good; the text can be selected all the same
   /// Leafs by so many pages, back where it is negative.
   void ScrollPages(int pages);
   /// The part of the text that is in view, UTF-8, lines apart by LF.

@@ -34,7 +34,7 @@ class Form : public FormEvents {
 
   Property<std::string> Caption;
   Property<std::string> SpokenName;          ///< what assistive tools call it where it has no caption
-  Property<double> Left, Top;                ///< twips on the screen; a place off every screen puts it out of sight
+  Property<double> Left, Top;                ///< twips on the screen; out of sight above or to the left of every screen
   ReadOnly<double> Width, Height;            ///< outer size, twips
   Property<double> ScaleWidth, ScaleHeight;  ///< client area, twips
   Property<bool> Enabled;  ///< False stops the user's input, and nothing else: no grey, no stopped timer

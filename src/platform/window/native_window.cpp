@@ -50,18 +50,21 @@ QRegion RoundRegion(QSize size) {
   return region;
 }
 
-// The screen that shows most of the place; none if it is off every screen.
-const QScreen* ScreenAt(const QRect& place) {
-  const QScreen* most = nullptr;
-  int most_pixels = 0;
+// The screen that shows most of the place, or is the next one to it.
+const QScreen* ScreenFor(const QRect& place) {
+  const auto distance = [&place](const QScreen* screen) {
+    const QRect shown = screen->geometry().intersected(place);
+    return std::pair(-shown.width() * shown.height(), (screen->geometry().center() - place.center()).manhattanLength());
+  };
   const auto screens = QGuiApplication::screens();
-  for (const QScreen* screen : screens) {
-    const QSize shown = screen->geometry().intersected(place).size();
-    if (shown.isEmpty() || shown.width() * shown.height() <= most_pixels) continue;
-    most = screen;
-    most_pixels = shown.width() * shown.height();
-  }
-  return most;
+  return *std::min_element(screens.begin(), screens.end(),
+                           [&](const QScreen* a, const QScreen* b) { return distance(a) < distance(b); });
+}
+
+// To the left of all screens, or above them, is where the program puts what should not be seen.
+bool InSight(const QRect& place) {
+  const QRect screens = QGuiApplication::primaryScreen()->virtualGeometry();
+  return place.right() >= screens.left() && place.bottom() >= screens.top();
 }
 
 QPoint WhollyOn(const QRect& screen, const QRect& place) {
@@ -165,8 +168,8 @@ void NativeWindow::MoveTo(QPoint corner) {
   const QRect place(corner, OuterSize());
   if (!isWindow()) {
     move(parentWidget()->mapFromGlobal(corner));
-  } else if (const QScreen* screen = ScreenAt(place)) {
-    const QPoint nearest = place_ = WhollyOn(screen->availableGeometry(), place);
+  } else if (InSight(place)) {
+    const QPoint nearest = place_ = WhollyOn(ScreenFor(place)->availableGeometry(), place);
     if (isVisible()) {  // the widget itself is slow to learn of its frame
       const QMargins frame = windowHandle()->frameMargins();
       windowHandle()->setPosition(nearest + QPoint(frame.left(), frame.top()));
@@ -358,9 +361,9 @@ void NativeWindow::AwaitActivation() {
   Activated();
 }
 
-// A window that is placed off every screen is out of sight, whatever the window manager thinks of such places.
+// A window that is placed out of sight is not shown, whatever the window manager thinks of such places.
 void NativeWindow::ShowWhereSeen() {
-  const bool seen = shown_ && ScreenAt({place_, OuterSize()}) != nullptr;
+  const bool seen = shown_ && InSight({place_, OuterSize()});
   if (seen == isVisible()) return;
   const bool had_keys = isActiveWindow();
   if (seen && !isWindow()) had_focus_ = window()->focusWidget();
