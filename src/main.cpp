@@ -54,6 +54,7 @@ int main(int argc, char** argv) {
   if (const auto code = Answer({argv + 1, argv + argc})) return *code;
   Application application(argc, argv);
   UseDataFolder();
+  application.FitScreen(FrmChess::kScaleWidth, FrmChess::kScaleHeight);
   game_window = []() -> GameWindow& { return *frmChess; };
   frmChess.made = [](FrmChess& window) {
     ConnectFileMenus(window);

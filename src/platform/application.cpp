@@ -18,6 +18,7 @@
 #include "platform/window/input_gate.h"
 #include "platform/window/spoken_window.h"
 #include "platform/window/window.h"
+#include "platform/window/zoom.h"
 
 // Outside any namespace: the macro declares a function.
 static void InitStoredFiles() { Q_INIT_RESOURCE(stored); }
@@ -92,6 +93,8 @@ Application::~Application() {
   UnloadAllWindows();
   QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
 }
+
+void Application::FitScreen(double client_width, double client_height) { Zoom::BeginFor(client_width, client_height); }
 
 int Application::Run() { return AnyWindowLoaded() ? QApplication::exec() : 0; }
 

@@ -12,6 +12,9 @@ class Application {
   /// Without a display it says so in a line on standard error and ends the program with the exit code 1.
   Application(int& argc, char** argv);
   ~Application();
+  /// Makes everything smaller where a framed window with a menu and this client area, in twips, would not fit the
+  /// screen. To be called before the first window is made.
+  void FitScreen(double client_width, double client_height);
   /// Handles events until the last window is unloaded; returns the program's exit code.
   int Run();
 

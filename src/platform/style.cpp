@@ -4,7 +4,9 @@
 #include <QPainter>
 #include <QStyleOption>
 #include <QWidget>
+#include <algorithm>
 
+#include "platform/drawing/pixels.h"
 #include "platform/drawing/qt_color.h"
 
 namespace morva {
@@ -77,9 +79,10 @@ void Style::drawPrimitive(PrimitiveElement element, const QStyleOption* option, 
 }
 
 int Style::pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const {
-  if (metric == PM_ExclusiveIndicatorWidth || metric == PM_ExclusiveIndicatorHeight) return 12;
-  if (metric == PM_RadioButtonLabelSpacing) return 3;
-  return QProxyStyle::pixelMetric(metric, option, widget);
+  if (metric == PM_ExclusiveIndicatorWidth || metric == PM_ExclusiveIndicatorHeight) return ToPixels(180);
+  if (metric == PM_RadioButtonLabelSpacing) return ToPixels(45);
+  const int usual = QProxyStyle::pixelMetric(metric, option, widget);
+  return usual > 0 ? std::max(1, ToPixels(usual * kTwipsPerPixel)) : usual;
 }
 
 int Style::styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,

@@ -9,8 +9,11 @@
 namespace morva {
 
 FrmChess::FrmChess()
-    : GameWindow(
-          {.caption = "Morva", .scale_width = 6720, .scale_height = 8085, .minimise_box = true, .on_task_bar = true}) {
+    : GameWindow({.caption = "Morva",
+                  .scale_width = kScaleWidth,
+                  .scale_height = kScaleHeight,
+                  .minimise_box = true,
+                  .on_task_bar = true}) {
   LayOut();
   ConnectEvents();
   PrepareSound();

@@ -21,6 +21,8 @@ namespace morva {
 /// game_menu.cpp, sounds.cpp, board_keys.cpp; the marker of the last move in frm_show_move.cpp.
 class FrmChess : public GameWindow {
  public:
+  static constexpr double kScaleWidth = 6720, kScaleHeight = 8085;  ///< client area, twips
+
   FrmChess();
 
   bool Init = false;  ///< whether the window has been activated once

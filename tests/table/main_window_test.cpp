@@ -38,6 +38,51 @@ TEST_F(Table, TheMarkerFliesFromSquareToSquare) {
   fly(52, 20);
 }
 
+TEST_F(Table, EverythingGrowsTogether) {
+  FrmChess& game = *frmChess;
+  FrmToolWindow& tools = *frmToolWindow;
+  const auto press = [](Form& form, Qt::Key key) {
+    QTest::keyClick(form.Native()->windowHandle(), key, Qt::ControlModifier);
+  };
+  const auto middle = [&](int square) { return At(square) + game.Native()->mapToGlobal(QPoint()); };
+  const auto beside = [&] { EXPECT_NEAR(tools.Left(), game.Left() + game.Width(), 30); };
+
+  // A drag goes on, and so does the marker; the windows keep their places.
+  QTest::mousePress(MainWindow(), Qt::LeftButton, {}, At(52));
+  for (const auto key : {Qt::Key_Plus, Qt::Key_Equal}) press(game, key);
+  EXPECT_EQ(game.Client()->size(), QSize(672, 809));
+  EXPECT_EQ(game.squ(63).Native()->geometry(), QRect(588, 588, 85, 85));
+  EXPECT_EQ(game.txtIn.Native()->font().pixelSize(), 17);
+  QTest::mouseMove(MainWindow(), At(36));
+  QTest::mouseRelease(MainWindow(), Qt::LeftButton, {}, At(36));
+  EXPECT_EQ(Sent(), "15236");
+  game.mnuShowLast.Click();
+  ASSERT_TRUE(Await([] { return frmShowMove->Step >= 10; }));
+  press(tools, Qt::Key_Minus);
+  ASSERT_TRUE(Await([] { return frmShowMove->Step >= 15; }));
+  const QPoint expected = middle(52) + (middle(36) - middle(52)) * (frmShowMove->Step / 40.0);
+  QWidget& disc = *frmShowMove->Native();
+  EXPECT_LE((disc.mapToGlobal(disc.rect().center()) - expected).manhattanLength(), 4);
+  ASSERT_TRUE(Await([] { return !frmShowMove.Loaded(); }));
+
+  // The change dialog stays on its square, and a mouse event tells the same twips.
+  QTest::mouseClick(MainWindow(), Qt::RightButton, {}, At(18));
+  const auto on_board = [&] { return frmChange->Native()->pos() - game.Client()->mapToGlobal(QPoint()); };
+  const QPoint before = on_board();
+  for (int i = 0; i < 9; ++i) press(*frmChange, Qt::Key_Minus);
+  EXPECT_EQ(game.Client()->size(), QSize(336, 404));
+  EXPECT_LE((on_board() - before * 0.75 / 1.25).manhattanLength(), 3);
+  Unload(frmChange);
+  game.Enabled = true;
+  float told = 0;
+  game.squ(0).MouseDown = [&](int, int, float x, float) { told = x; };
+  QTest::mouseClick(MainWindow(), Qt::MiddleButton, {}, At(0));
+  EXPECT_NEAR(told, 390, 40);
+  press(game, Qt::Key_0);
+  beside();
+  EXPECT_EQ(game.Client()->size(), QSize(448, 539));
+}
+
 TEST_F(Table, TheWindowsStandSideBySideOnceAndTakeTheNick) {
   FrmToolWindow& tools = *frmToolWindow;
   EXPECT_TRUE(frmChess->Caption() == "Morva - Ann" && tools.Caption() == "Ann" && Board() == kStart);

@@ -6,13 +6,14 @@
 
 #include "platform/controls/native.h"
 #include "platform/drawing/edge.h"
+#include "platform/drawing/pixels.h"
 #include "platform/system/qt_text.h"
 
 namespace morva {
 
 namespace {
 
-constexpr int kSmall = 20;  // pixels: a lower button has its focus ring at its very edge
+constexpr double kSmall = 300;  // twips: a lower button has its focus ring at its very edge
 
 class WrappingButton : public QPushButton {
  protected:
@@ -27,7 +28,7 @@ class WrappingButton : public QPushButton {
     const int pushed = option.state.testFlag(QStyle::State_Sunken) ? 1 : 0;
     painter.drawText(rect().translated(pushed, pushed), Qt::AlignCenter | Qt::TextWordWrap | Qt::TextShowMnemonic,
                      caption);
-    const int margin = height() < kSmall ? 0 : 3;
+    const int margin = height() < ToPixels(kSmall) ? 0 : 3;
     if (hasFocus()) PaintFocusRing(painter, rect().adjusted(margin, margin, -margin, -margin), 1);
   }
 };

@@ -156,6 +156,11 @@ void Control::TellName() {
   QAccessible::updateAccessibility(&event);
 }
 
+void Control::Rescale() {
+  widget_->setFont(ProgramFont());
+  Lay();
+}
+
 void Control::Lay() {
   const QPoint corner(ToPixels(Left()), ToPixels(Top()));
   widget_->setGeometry(QRect(corner, QSize(ToPixels(Width()), ToPixels(Height()))));
@@ -168,6 +173,11 @@ Control* ControlOf(const QWidget* widget) {
     if (widget->isWindow()) return nullptr;
   }
   return nullptr;
+}
+
+void RescaleControls() {
+  const auto controls = Controls();
+  for (Control* control : controls) control->Rescale();
 }
 
 }  // namespace morva

@@ -64,6 +64,8 @@ class Control {
   QWidget* Native() const;
   /// Puts the control on a window, behind what was placed before. parent is the window's client area or a control.
   virtual void PlaceOn(QWidget* parent, double left, double top, double width, double height);
+  /// Takes up the size of everything, which has changed.
+  virtual void Rescale();
   /// The text that the layout gives: caption or text, by kind.
   virtual void SetLayoutText(const std::string& /*text*/) {}
 
@@ -86,5 +88,8 @@ class Control {
 
 /// The control that the widget is, or is a part of; none for a window and its bare client area.
 Control* ControlOf(const QWidget* widget);
+
+/// Has every control take up the size of everything.
+void RescaleControls();
 
 }  // namespace morva

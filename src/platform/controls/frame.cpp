@@ -3,6 +3,7 @@
 #include <QPainter>
 
 #include "platform/controls/native.h"
+#include "platform/drawing/pixels.h"
 #include "platform/system/qt_text.h"
 
 namespace morva {
@@ -17,7 +18,7 @@ class TitledBox : public QWidget {
   void paintEvent(QPaintEvent* /*event*/) override {
     const QFontMetrics metrics(font());
     const QRect box = rect().adjusted(0, metrics.height() / 2, -1, -1);
-    const QRect text(8, 0, metrics.horizontalAdvance(title) + 6, metrics.height());
+    const QRect text(ToPixels(120), 0, metrics.horizontalAdvance(title) + ToPixels(90), metrics.height());
     QPainter painter(this);
     painter.setClipRegion(QRegion(rect()) - text);
     painter.setPen(palette().color(QPalette::Light));

@@ -8,6 +8,7 @@
 #include "platform/controls/pictures.h"
 #include "platform/drawing/edge.h"
 #include "platform/drawing/fonts.h"
+#include "platform/drawing/pixels.h"
 #include "platform/drawing/qt_color.h"
 #include "platform/system/qt_text.h"
 
@@ -15,7 +16,7 @@ namespace morva {
 
 namespace {
 
-constexpr int kFocusMargin = 4;  // pixels between the text and the ring that marks the focus
+constexpr double kFocusMargin = 60;  // twips between the text and the ring that marks the focus
 
 class FittingLabel : public QLabel {
  public:
@@ -50,7 +51,7 @@ class FittingLabel : public QLabel {
     DrawText(color, {});
     if (!hasFocus()) return;
     // The label can be much wider than its text, and than its window.
-    const QRect ring(0, 0, fontMetrics().horizontalAdvance(text()) + 2 * kFocusMargin, height());
+    const QRect ring(0, 0, fontMetrics().horizontalAdvance(text()) + 2 * ToPixels(kFocusMargin), height());
     QPainter painter(this);
     PaintFocusRing(painter, ring & visibleRegion().boundingRect(), 1);
   }
@@ -117,6 +118,11 @@ Label::Label()
   label.setTextFormat(Qt::PlainText);
   label.setAlignment(Qt::AlignLeft | Qt::AlignTop);
   label.setWordWrap(true);
+}
+
+void Label::Rescale() {
+  Control::Rescale();
+  SetFont();
 }
 
 void Label::SetFont() {

@@ -20,6 +20,7 @@ class Label : public Control {
   /// Set on a copy of that label's words that lies beside it as its relief: the copy isn't there to be read and keeps
   /// its colour, but isn't seen where the words had to change theirs.
   const Label* ReliefOf = nullptr;
+  void Rescale() override;
   void SetLayoutText(const std::string& text) override { Caption = text; }
 
  private:

@@ -125,4 +125,9 @@ void ListBox::Show() {
   view.scrollTo(view.currentIndex());
 }
 
+void ListBox::Rescale() {
+  Control::Rescale();
+  later_.Request();
+}
+
 }  // namespace morva

@@ -19,6 +19,7 @@ class ListBox : public Control {
   int ListCount() const;
   const std::string& List(int index) const;
   std::int32_t& ItemData(int index);
+  void Rescale() override;
 
  protected:
   bool TakesMouse() const override { return false; }

@@ -1,7 +1,6 @@
 #include "platform/controls/pictures.h"
 
 #include <QEvent>
-#include <QFrame>
 #include <QPainter>
 #include <optional>
 
@@ -19,7 +18,7 @@ namespace {
 constexpr double kFocusRing = 45;  // twips, each of its two lines
 
 // What a surface shows: its strokes, or a stored picture, inside its border.
-class Canvas : public QFrame {
+class Canvas : public QWidget {
  public:
   Canvas(PictureBox& box, Surface& surface) : box_(box), surface_(surface) {
     setMouseTracking(true);
@@ -46,7 +45,7 @@ class Canvas : public QFrame {
  protected:
   void changeEvent(QEvent* event) override {
     if (event->type() == QEvent::PaletteChange) Redraw();
-    QFrame::changeEvent(event);
+    QWidget::changeEvent(event);
   }
 
   void paintEvent(QPaintEvent* /*event*/) override {
@@ -95,7 +94,8 @@ class Disc : public QWidget {
     painter.setBrush(QtColor(shape_.BorderColor()));
     painter.drawEllipse(whole);
     painter.setBrush(QtColor(shape_.BackColor()));
-    painter.drawEllipse(whole.adjusted(1, 1, -1, -1));
+    const double border = std::max(1.0, size_factor);
+    painter.drawEllipse(whole.adjusted(border, border, -border, -border));
   }
 
  private:
@@ -123,20 +123,31 @@ PictureBox::PictureBox(Border border)
                 auto& shown = As<Canvas>(*this);
                 shown.stored = StoredPicture(Picture());
                 const QSizeF size = shown.stored.deviceIndependentSize();
-                const int frame = 2 * shown.frameWidth();
-                Width = ToTwips(size.width() + frame);
-                Height = ToTwips(size.height() + frame);
+                const int frame = sunken_ ? 4 : 0;
+                Width = (size.width() + frame) * kTwipsPerPixel;
+                Height = (size.height() + frame) * kTwipsPerPixel;
                 shown.update();
               }),
-      FocusColor(kWhite, [this] {
-        if (HasFocus()) Native()->update();
-      }) {
-  auto& canvas = As<Canvas>(*this);
-  if (border == Border::kSunken) {
-    canvas.setFrameStyle(QFrame::WinPanel | QFrame::Sunken);
-    canvas.setLineWidth(2);
-  }
+      FocusColor(kWhite,
+                 [this] {
+                   if (HasFocus()) Native()->update();
+                 }),
+      sunken_(border == Border::kSunken) {
+  LayBorder();
   drawn_ = [this] { As<Canvas>(*this).Redraw(); };
+}
+
+void PictureBox::LayBorder() {
+  const int width = sunken_ ? EdgeWidth() : 0;
+  Native()->setContentsMargins(width, width, width, width);
+}
+
+void PictureBox::Rescale() {
+  Control::Rescale();
+  LayBorder();
+  auto& canvas = As<Canvas>(*this);
+  if (!canvas.stored.isNull()) canvas.stored = StoredPicture(Picture());
+  canvas.Redraw();
 }
 
 Ground PictureBox::GroundAt(const QRect& place) const {
@@ -167,6 +178,11 @@ Image::Image()
         Native()->update();
       }) {
   Decoration = true;
+}
+
+void Image::Rescale() {
+  Control::Rescale();
+  As<ImageWidget>(*this).stored = StoredPicture(Picture());
 }
 
 CircleShape::CircleShape()

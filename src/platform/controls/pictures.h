@@ -8,7 +8,7 @@ class QRect;
 
 namespace morva {
 
-/// A drawing surface with or without a sunken border of two pixels a side; X and Y of its mouse events and everything
+/// A drawing surface with or without a sunken border; X and Y of its mouse events and everything
 /// drawn count from the corner inside the border. It can show a stored picture and hold other controls.
 class PictureBox : public Control, public Surface {
  public:
@@ -17,9 +17,14 @@ class PictureBox : public Control, public Surface {
   Property<Color> BackColor;
   Property<std::string> Picture;  ///< name of a stored picture; the control takes the picture's size
   Property<Color> FocusColor;     ///< of the light one of the two lines that mark the focus
+  void Rescale() override;
   void SetLayoutText(const std::string& text) override { Picture = text; }
   /// What is seen at the place, pixels within the control: colour values from the darkest to the lightest.
   Ground GroundAt(const QRect& place) const;
+
+ private:
+  void LayBorder();
+  bool sunken_;
 };
 
 /// A drawing surface without a border.
@@ -33,6 +38,7 @@ class Image : public Control {
  public:
   Image();
   Property<std::string> Picture;  ///< name of a stored picture
+  void Rescale() override;
   void SetLayoutText(const std::string& text) override { Picture = text; }
 };
 

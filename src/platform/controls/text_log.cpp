@@ -80,4 +80,9 @@ void TextLog::Show() {
   log.ensureCursorVisible();
 }
 
+void TextLog::Rescale() {
+  Control::Rescale();
+  if (SelStart() == kEnd) later_.Request();
+}
+
 }  // namespace morva

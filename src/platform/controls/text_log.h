@@ -20,6 +20,7 @@ class TextLog : public Control {
   /// The part of the text that is in view, UTF-8, lines apart by LF.
   std::string ShownText() const;
   void SetLayoutText(const std::string& text) override { Text = text; }
+  void Rescale() override;
 
  protected:
   bool TakesMouse() const override { return false; }

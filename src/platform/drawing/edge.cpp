@@ -1,7 +1,10 @@
 #include "platform/drawing/edge.h"
 
 #include <QRegion>
+#include <algorithm>
 #include <array>
+
+#include "platform/drawing/pixels.h"
 
 namespace morva {
 
@@ -16,11 +19,15 @@ constexpr std::array<Ring, 2> kRaised{{{QPalette::Light, QPalette::Shadow}, {QPa
 
 }  // namespace
 
+int EdgeWidth() { return std::max(2, ToPixels(2 * kTwipsPerPixel)); }
+
 void PaintEdge(QPainter& painter, QRect place, Edge edge, const QPalette& palette) {
+  int width = EdgeWidth() - EdgeWidth() / 2;
   for (const Ring& ring : edge == Edge::kSunken ? kSunken : kRaised) {
     painter.fillRect(place, palette.color(ring.lower_right));
-    painter.fillRect(place.adjusted(0, 0, -1, -1), palette.color(ring.upper_left));
-    place.adjust(1, 1, -1, -1);
+    painter.fillRect(place.adjusted(0, 0, -width, -width), palette.color(ring.upper_left));
+    place.adjust(width, width, -width, -width);
+    width = EdgeWidth() / 2;
   }
   painter.fillRect(place, palette.color(QPalette::Button));
 }

@@ -8,7 +8,10 @@ namespace morva {
 
 enum class Edge { kSunken, kRaised };
 
-/// Fills the rectangle and leaves an edge of two pixels a side round what is painted over its inside. The pixels are
+/// How wide an edge is, in pixels: two of the layout, and never less.
+int EdgeWidth();
+
+/// Fills the rectangle and leaves an edge round what is painted over its inside. The pixels are
 /// those that everything is measured in: the toolkit's own panels stay two dots of the screen wide at every scale.
 void PaintEdge(QPainter& painter, QRect place, Edge edge, const QPalette& palette);
 

@@ -17,17 +17,20 @@ namespace {
 // Drawn without antialiasing at this many times the resolution and scaled down, neighbouring strokes leave no seams
 // between them and edges come out smooth.
 constexpr int kOversampling = 4;
+// What is large already takes less of it, and needs it less.
+constexpr double kLarge = 2.5;
+constexpr int kOversamplingLarge = 2;
 
 struct Key {
   std::vector<Stroke> strokes;
   Color background;
   int width, height;
-  double scale;
+  double scale, factor;
   bool operator==(const Key&) const = default;
 };
 
 std::size_t qHash(const Key& key, std::size_t seed = 0) {
-  seed = qHashMulti(seed, key.background, key.width, key.height, key.scale);
+  seed = qHashMulti(seed, key.background, key.width, key.height, key.scale, key.factor);
   return qHashBits(key.strokes.data(), key.strokes.size() * sizeof(Stroke), seed);
 }
 
@@ -49,11 +52,13 @@ void Draw(QPainter& painter, const Stroke& stroke) {
 QImage Render(const Key& key) {
   const QSize size(static_cast<int>(std::ceil(key.width * key.scale)),
                    static_cast<int>(std::ceil(key.height * key.scale)));
+  const double zoom = key.scale * key.factor;
+  const int oversampling = zoom > kLarge ? kOversamplingLarge : kOversampling;
   const QRgb background = QtColor(key.background).rgb();
-  QImage large(size * kOversampling, QImage::Format_RGB32);
+  QImage large(size * oversampling, QImage::Format_RGB32);
   large.fill(background);
   QPainter painter(&large);
-  painter.scale(key.scale * kOversampling, key.scale * kOversampling);
+  painter.scale(zoom * oversampling, zoom * oversampling);
   for (const Stroke& stroke : key.strokes) Draw(painter, stroke);
   painter.end();
 
@@ -62,18 +67,18 @@ QImage Render(const Key& key) {
     auto* out = reinterpret_cast<QRgb*>(picture.scanLine(y));
     for (int x = 0; x < size.width(); ++x) {
       int red = 0, green = 0, blue = 0;
-      for (int dy = 0; dy < kOversampling; ++dy) {
-        const auto* in = reinterpret_cast<const QRgb*>(large.constScanLine(y * kOversampling + dy)) +
-                         static_cast<std::ptrdiff_t>(x) * kOversampling;
-        for (int dx = 0; dx < kOversampling; ++dx) {
+      for (int dy = 0; dy < oversampling; ++dy) {
+        const auto* in = reinterpret_cast<const QRgb*>(large.constScanLine(y * oversampling + dy)) +
+                         static_cast<std::ptrdiff_t>(x) * oversampling;
+        for (int dx = 0; dx < oversampling; ++dx) {
           red += qRed(in[dx]);
           green += qGreen(in[dx]);
           blue += qBlue(in[dx]);
         }
       }
-      constexpr int kSamples = kOversampling * kOversampling;
-      constexpr int kHalf = kSamples / 2;
-      out[x] = qRgb((red + kHalf) / kSamples, (green + kHalf) / kSamples, (blue + kHalf) / kSamples);
+      const int samples = oversampling * oversampling;
+      const int half = samples / 2;
+      out[x] = qRgb((red + half) / samples, (green + half) / samples, (blue + half) / samples);
     }
   }
   picture.setDevicePixelRatio(key.scale);
@@ -84,7 +89,7 @@ QImage Render(const Key& key) {
 
 QPixmap PictureOf(const std::vector<Stroke>& strokes, Color background, int width, int height, double scale) {
   static QCache<Key, QPixmap> pictures(96);
-  Key key{strokes, Resolved(background), width, height, scale};
+  Key key{strokes, Resolved(background), width, height, scale, size_factor};
   for (Stroke& stroke : key.strokes) {
     stroke.color = Resolved(stroke.color);
     stroke.fill = Resolved(stroke.fill);
@@ -92,10 +97,14 @@ QPixmap PictureOf(const std::vector<Stroke>& strokes, Color background, int widt
   if (const QPixmap* known = pictures.object(key)) return *known;
   QPixmap picture = QPixmap::fromImage(Render(key));
   // A gradient's panel is larger than all pieces together and is painted once an activation.
-  if (width * height <= 64 * 64) pictures.insert(key, new QPixmap(picture));
+  if (width * height <= 64 * 64 * size_factor * size_factor) pictures.insert(key, new QPixmap(picture));
   return picture;
 }
 
-QPixmap StoredPicture(const std::string& name) { return QPixmap(QtText(":/pictures/" + name + ".png")); }
+QPixmap StoredPicture(const std::string& name) {
+  const QString path = QtText(":/pictures/" + name);
+  QPixmap finer(path + "@2x.png");
+  return size_factor > 1 && !finer.isNull() ? finer : QPixmap(path + ".png");
+}
 
 }  // namespace morva

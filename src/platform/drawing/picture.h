@@ -8,7 +8,7 @@
 
 namespace morva {
 
-/// The picture that strokes make on a background: width by height pixels of the layout, at a scale of the screen.
+/// The picture that strokes make on a background: width by height pixels, at a scale of the screen.
 /// Equal strokes share one picture.
 QPixmap PictureOf(const std::vector<Stroke>& strokes, Color background, int width, int height, double scale);
 

@@ -1,12 +1,17 @@
 #pragma once
 
+#include <cmath>
+
 #include "platform/system/values.h"
 
 namespace morva {
 
-/// The nearest whole pixel.
-inline int ToPixels(double twips) { return RoundToEven(twips / kTwipsPerPixel); }
+/// How many times as large as in the layout everything is; only Zoom changes it.
+inline double size_factor = 1;
 
-inline double ToTwips(double pixels) { return pixels * kTwipsPerPixel; }
+/// The nearest whole pixel; exact halves go up, so that neighbours stay neighbours wherever their window stands.
+inline int ToPixels(double twips) { return static_cast<int>(std::floor(twips * size_factor / kTwipsPerPixel + 0.5)); }
+
+inline double ToTwips(double pixels) { return pixels * kTwipsPerPixel / size_factor; }
 
 }  // namespace morva

@@ -11,6 +11,7 @@
 #include <QTimer>
 #include <algorithm>
 
+#include "platform/drawing/pixels.h"
 #include "platform/system/qt_text.h"
 #include "platform/window/announce.h"
 #include "platform/window/native_window.h"
@@ -20,7 +21,7 @@ namespace morva {
 
 namespace {
 
-constexpr int kNarrowestBox = 220;  // pixels
+constexpr double kNarrowestBox = 3300;  // twips
 constexpr int kLookAgainMs = 100;
 constexpr int kLongestText = 500;  // characters; the buttons must stay on the screen
 
@@ -70,7 +71,7 @@ void SetUp(QMessageBox& box, const std::string& text, const std::string& title) 
   box.setWindowFlag(Qt::WindowStaysOnTopHint);
   // Wide enough for its title.
   auto* grid = qobject_cast<QGridLayout*>(box.layout());
-  grid->addItem(new QSpacerItem(kNarrowestBox, 0), grid->rowCount(), 0, 1, grid->columnCount());
+  grid->addItem(new QSpacerItem(ToPixels(kNarrowestBox), 0), grid->rowCount(), 0, 1, grid->columnCount());
 }
 
 // Not every window manager gives the keys back to the window that had them.

@@ -34,12 +34,13 @@ struct Pointer {
 void GoOn();
 
 struct Running {
-  Running(Control& from, NativeWindow& begun_in) : source(from), window(begun_in) {
+  Running(Control& from, NativeWindow& begun_in, const Pointer& press) : source(from), window(begun_in), at(press) {
     deactivated.setSingleShot(true);
     deactivated.callOnTimeout(GoOn);
   }
   Control& source;
   NativeWindow& window;
+  Pointer at;
   std::optional<Target> target;
   QTimer deactivated;               // runs from the deactivation of the window until that is sure to last
   std::optional<Pointer> released;  // where the button was released in the meantime
@@ -76,6 +77,7 @@ void Tell(const std::optional<Target>& target, DragState state) {
 }
 
 void MoveTo(const Pointer& at) {
+  running->at = at;
   const std::optional<Target> target = TargetAt(running->window, at);
   if (SamePlace(target, running->target)) {
     running->target = target;
@@ -125,15 +127,17 @@ void AwaitReactivation() {
 }
 
 // As large as everything else on the window.
-QCursor Hand(double scale) {
+QCursor Hand(const QWidget& window) {
   constexpr int kSide = 32;
   constexpr int kFingertip = 20;
-  QPixmap hand(scale > 1 ? ":/pictures/hand@2x.png" : ":/pictures/hand.png");
-  const int side = qRound(kSide * scale);
+  const double scale = window.devicePixelRatioF();
+  const double dots = scale * size_factor;  // a pixel of the layout
+  QPixmap hand(dots > 1 ? ":/pictures/hand@2x.png" : ":/pictures/hand.png");
+  const int side = qRound(kSide * dots);
   if (hand.width() != side) hand = hand.scaled(side, side, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
   hand.setDevicePixelRatio(scale);
   // Under X a cursor is measured in dots.
-  const double unit = QGuiApplication::platformName() == "xcb" ? scale : 1;
+  const double unit = QGuiApplication::platformName() == "xcb" ? dots : size_factor;
   return QCursor(hand, qRound(kFingertip * unit), 0);
 }
 
@@ -142,13 +146,19 @@ QCursor Hand(double scale) {
 void Drag::Begin(Control& source, const QMouseEvent& press) {
   NativeWindow* window = NativeWindow::Of(source.Native());
   if (window == nullptr || running) return;
-  running.emplace(source, *window);
-  QGuiApplication::setOverrideCursor(Hand(window->devicePixelRatioF()));
-  MoveTo(Pointer(press));
+  running.emplace(source, *window, Pointer(press));
+  QGuiApplication::setOverrideCursor(Hand(*window));
+  MoveTo(running->at);
 }
 
 void Drag::Abandon(const NativeWindow& window) {
   if (running && &running->window == &window) Cancel();
+}
+
+void Drag::GoOnAtNewSize() {
+  if (!running) return;
+  QGuiApplication::changeOverrideCursor(Hand(running->window));
+  if (!running->released) MoveTo(running->at);
 }
 
 bool Drag::Takes(const QWidget& receiver, QEvent& event) {

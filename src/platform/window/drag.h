@@ -16,6 +16,8 @@ class Drag {
   static void Begin(Control& source, const QMouseEvent& press);
   /// Ends a drag of this window without a drop.
   static void Abandon(const NativeWindow& window);
+  /// Looks anew at what is under the pointer, after everything has got another size.
+  static void GoOnAtNewSize();
   /// Gives an event of the program to the drag; true: the drag has taken it.
   static bool Takes(const QWidget& receiver, QEvent& event);
 };

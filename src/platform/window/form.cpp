@@ -5,7 +5,6 @@
 #include <QMenuBar>
 #include <QPushButton>
 
-#include "platform/drawing/picture.h"
 #include "platform/drawing/pixels.h"
 #include "platform/system/qt_text.h"
 #include "platform/window/drag.h"
@@ -25,27 +24,27 @@ Form::Form(const FormStyle& style)
       Left(
           0,
           [this] {
-            native_->MoveTo({ToPixels(Left.Assigned()), native_->Corner().y()});
+            native_->MoveTo({ToPixels(Left.Assigned()) + NativeWindow::screen_origin.x(), native_->Corner().y()});
           },
-          [this] { return ToTwips(native_->Corner().x()); }),
+          [this] { return ToTwips(native_->Corner().x() - NativeWindow::screen_origin.x()); }),
       Top(
           0,
           [this] {
-            native_->MoveTo({native_->Corner().x(), ToPixels(Top.Assigned())});
+            native_->MoveTo({native_->Corner().x(), ToPixels(Top.Assigned()) + NativeWindow::screen_origin.y()});
           },
-          [this] { return ToTwips(native_->Corner().y()); }),
+          [this] { return ToTwips(native_->Corner().y() - NativeWindow::screen_origin.y()); }),
       Width([this] { return ToTwips(native_->OuterSize().width()); }),
       Height([this] { return ToTwips(native_->OuterSize().height()); }),
       ScaleWidth(
           0,
           [this] {
-            native_->SizeClient({ToPixels(ScaleWidth.Assigned()), native_->Client().height()});
+            native_->SizeClient({ScaleWidth.Assigned(), native_->ClientTwips().height()});
           },
           [this] { return ToTwips(native_->Client().width()); }),
       ScaleHeight(
           0,
           [this] {
-            native_->SizeClient({native_->Client().width(), ToPixels(ScaleHeight.Assigned())});
+            native_->SizeClient({native_->ClientTwips().width(), ScaleHeight.Assigned()});
           },
           [this] { return ToTwips(native_->Client().height()); }),
       Enabled(true,
@@ -62,8 +61,10 @@ Form::Form(const FormStyle& style)
                 }),
       native_(std::make_unique<NativeWindow>(*this, style)) {
   Caption = style.caption;
-  native_->SizeClient({ToPixels(style.scale_width), ToPixels(style.scale_height)});
-  if (style.start == FormStyle::Start::kByCode) native_->MoveTo({ToPixels(style.left), ToPixels(style.top)});
+  native_->SizeClient({style.scale_width, style.scale_height});
+  if (style.start == FormStyle::Start::kByCode) {
+    native_->MoveTo(QPoint(ToPixels(style.left), ToPixels(style.top)) + NativeWindow::screen_origin);
+  }
   native_->loading = false;
 }
 
@@ -125,10 +126,10 @@ void Form::TabOrder(const std::vector<Control*>& order) {
 
 void Form::SetMenu(std::initializer_list<Menu::Row> rows) {
   for (QAction* action : Menu::Make(*native_, rows)) native_->Bar().addAction(action);
-  native_->SizeClient(native_->Client().size());
+  native_->SizeClient(native_->ClientTwips());
 }
 
-void Form::SetPicture(const std::string& name) { native_->SetBackground(StoredPicture(name)); }
+void Form::SetPicture(const std::string& name) { native_->SetBackground(name); }
 
 void Form::DefaultButton(Control& button) {
   native_->default_button = static_cast<QPushButton*>(button.Native());

@@ -10,6 +10,7 @@
 #include "platform/window/drag.h"
 #include "platform/window/key_input.h"
 #include "platform/window/native_window.h"
+#include "platform/window/zoom.h"
 
 namespace morva {
 
@@ -76,12 +77,14 @@ bool InputGate::eventFilter(QObject* receiver, QEvent* event) {
   const auto& widget = *static_cast<QWidget*>(receiver);
   if (Drag::Takes(widget, *event)) return true;
   NativeWindow* window = NativeWindow::Of(&widget);
-  if (!input || window == nullptr) return false;
-  if (!window->takes_input) {
+  if (!input) return false;
+  if (window != nullptr && !window->takes_input) {
     // An accepted override keeps a shortcut from acting; an ignored close keeps the window.
     event->setAccepted(event->type() != QEvent::Close);
     return true;
   }
+  if (Zoom::Takes(*event)) return true;
+  if (window == nullptr) return false;
   if (event->type() == QEvent::ShortcutOverride && IsShortcutOf(*window, *static_cast<QKeyEvent*>(event))) {
     // A line edit would claim the key before the menu sees it.
     event->ignore();

@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QCloseEvent>
 #include <QKeyEvent>
+#include <QMenu>
 #include <QMenuBar>
 #include <QMouseEvent>
 #include <QPainter>
@@ -16,6 +17,7 @@
 
 #include "platform/drawing/edge.h"
 #include "platform/drawing/fonts.h"
+#include "platform/drawing/picture.h"
 #include "platform/drawing/pixels.h"
 #include "platform/drawing/qt_color.h"
 
@@ -23,8 +25,10 @@ namespace morva {
 
 namespace {
 
-// A dialog that the window manager draws no frame for has this one of its own, in pixels.
-constexpr int kOwnFrame = 3;
+// A dialog that the window manager draws no frame for has this one of its own, in twips.
+constexpr double kOwnFrame = 45;
+// What stands farther to the left or above is meant to be out of sight, however large the screen. Twips.
+constexpr double kOutOfSight = -9000;
 
 Qt::WindowFlags FlagsOf(const FormStyle& style) {
   if (style.round) return Qt::ToolTip | Qt::FramelessWindowHint | Qt::WindowDoesNotAcceptFocus;
@@ -50,6 +54,8 @@ QRegion RoundRegion(QSize size) {
   return region;
 }
 
+QSize PixelsOf(QSizeF twips) { return {ToPixels(twips.width()), ToPixels(twips.height())}; }
+
 // The screen that shows most of the place, or is the next one to it.
 const QScreen* ScreenFor(const QRect& place) {
   const auto distance = [&place](const QScreen* screen) {
@@ -63,6 +69,8 @@ const QScreen* ScreenFor(const QRect& place) {
 
 // To the left of all screens, or above them, is where the program puts what should not be seen.
 bool InSight(const QRect& place) {
+  const QPoint corner = place.topLeft() - NativeWindow::screen_origin;
+  if (ToTwips(std::min(corner.x(), corner.y())) < kOutOfSight) return false;
   const QRect screens = QGuiApplication::primaryScreen()->virtualGeometry();
   return place.right() >= screens.left() && place.bottom() >= screens.top();
 }
@@ -142,7 +150,8 @@ QMenuBar& NativeWindow::Bar() {
   return *bar_;
 }
 
-void NativeWindow::SizeClient(QSize client) {
+void NativeWindow::SizeClient(QSizeF twips) {
+  const QSize client = PixelsOf(twips);
   const QSize whole = client + QSize(2 * Edge(), 2 * Edge() + BarHeight());
   switch (style_.frame) {
     case FormStyle::Frame::kSizable:
@@ -150,21 +159,34 @@ void NativeWindow::SizeClient(QSize client) {
       resize(whole);
       break;
     case FormStyle::Frame::kSizableWidth:
-      setMinimumSize(whole);
+      setMinimumSize(ToPixels(style_.scale_width), whole.height());
       setMaximumSize(QWIDGETSIZE_MAX, whole.height());
       resize(whole);
       break;
     default:
       setFixedSize(whole);
   }
+  // On the way there the limits alone may have made it another size.
+  client_twips_ = twips;
   if (style_.round) setMask(RoundRegion(whole));
   LayClient();
+}
+
+void NativeWindow::Rescale() {
+  setFont(ProgramFont());
+  if (bar_ != nullptr) bar_->setFont(ProgramFont(9));
+  const auto menus = findChildren<QMenu*>();
+  for (QMenu* menu : menus) menu->setFont(ProgramFont(9));
+  if (!background_name_.empty()) SetBackground(background_name_);
+  const bool filling = isMaximized() || isFullScreen();
+  filling ? LayClient() : SizeClient(client_twips_);
+  events_.Form_Resize();
 }
 
 void NativeWindow::MoveTo(QPoint corner) {
   placed_ = true;
   centred_ = false;
-  place_ = corner;
+  asked_ = place_ = corner;
   const QRect place(corner, OuterSize());
   if (!isWindow()) {
     move(parentWidget()->mapFromGlobal(corner));
@@ -177,6 +199,7 @@ void NativeWindow::MoveTo(QPoint corner) {
       move(nearest);
     }
   }
+  given_ = place_;
   ShowWhereSeen();
 }
 
@@ -227,8 +250,9 @@ void NativeWindow::SetTabOrder(std::vector<QWidget*> order) {
   for (std::size_t i = 1; i < tab_order_.size(); ++i) setTabOrder(tab_order_[i - 1], tab_order_[i]);
 }
 
-void NativeWindow::SetBackground(const QPixmap& picture) {
-  background_ = picture;
+void NativeWindow::SetBackground(const std::string& picture) {
+  background_name_ = picture;
+  background_ = StoredPicture(picture);
   client_.update();
 }
 
@@ -265,6 +289,8 @@ void NativeWindow::paintEvent(QPaintEvent* /*event*/) {
 
 void NativeWindow::resizeEvent(QResizeEvent* /*event*/) {
   LayClient();
+  const QSize client = client_.size();
+  if (client != PixelsOf(client_twips_)) client_twips_ = {ToTwips(client.width()), ToTwips(client.height())};
   if (!loading) events_.Form_Resize();
 }
 
@@ -319,7 +345,9 @@ bool NativeWindow::HasTitleBar() const {
   return isWindow() && style_.title_bar && style_.frame != FormStyle::Frame::kNone;
 }
 
-int NativeWindow::Edge() const { return style_.frame == FormStyle::Frame::kFixed && !style_.title_bar ? kOwnFrame : 0; }
+int NativeWindow::Edge() const {
+  return style_.frame == FormStyle::Frame::kFixed && !style_.title_bar ? std::max(2, ToPixels(kOwnFrame)) : 0;
+}
 
 int NativeWindow::BarHeight() const { return bar_ == nullptr ? 0 : bar_->sizeHint().height(); }
 

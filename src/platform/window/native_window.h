@@ -4,6 +4,7 @@
 #include <QPointer>
 #include <QTimer>
 #include <QWidget>
+#include <string>
 #include <vector>
 
 #include "platform/drawing/colors.h"
@@ -33,10 +34,16 @@ class NativeWindow : public QWidget {
   QMenuBar& Bar();
 
   /// Sets the client area, and with it what the user may do to the size.
-  void SizeClient(QSize client);
+  void SizeClient(QSizeF twips);
+  QSizeF ClientTwips() const { return client_twips_; }
+  /// Takes up the size of everything, which has changed; it stays where it is.
+  void Rescale();
   /// Puts it there, or as near as it takes to be wholly on the screen.
   void MoveTo(QPoint corner);
+  bool Placed() const { return placed_; }
   QPoint Corner() const;
+  /// Where it would be if the screen were large enough for all that it was told.
+  QPoint AskedCorner() const { return Corner() == given_ ? asked_ : Corner(); }
   /// The size with the window manager's frame; as long as the window was not seen, with the frame of the last one.
   QSize OuterSize() const;
   /// Shows it, unless it stands off every screen, or hides it.
@@ -50,7 +57,11 @@ class NativeWindow : public QWidget {
   /// told next in the same turn of the event loop.
   void StayOnTop(bool on);
   void SetTabOrder(std::vector<QWidget*> order);
-  void SetBackground(const QPixmap& picture);
+  void SetBackground(const std::string& picture);  ///< a stored picture's name
+
+  /// The pixel of the screen at which its twips begin: it moves where that keeps windows at their places while the size
+  /// of everything changes.
+  static inline QPoint screen_origin;
 
   Color background_color = kButtonFace;
   bool takes_input = true;
@@ -91,7 +102,9 @@ class NativeWindow : public QWidget {
   FormStyle style_;
   QWidget client_{this};
   QMenuBar* bar_ = nullptr;
+  std::string background_name_;
   QPixmap background_;
+  QSizeF client_twips_;
   std::vector<QWidget*> tab_order_;
   QTimer activation_;
   int looks_left_ = 0;  // for the frame and the activation
@@ -99,6 +112,7 @@ class NativeWindow : public QWidget {
   bool on_top_ = false;
   bool forward_ = false;  // asked to come forward
   QPoint place_;
+  QPoint asked_, given_;  // by the last MoveTo
   bool placed_ = false;
   bool centred_ = false;         // with a frame that was only guessed
   QPointer<QWidget> had_focus_;  // in the window that this one is a part of
