@@ -27,6 +27,7 @@ The mouse or these keys will do; by ear, too, with a screen reader:
   Menu              change or trash what stands on the square
   Ctrl+T            hand over the turn
   Enter             send the chat line
+  Ctrl+Plus, -, 0   everything larger, smaller, at 100 per cent
   F1                the whole manual
   F2, F3            save the game; open one on both boards
   Ctrl+F1, Shift+F1 new game of chess, of checkers

@@ -6,11 +6,14 @@
 #include <algorithm>
 
 #include "platform/controls/native.h"
+#include "platform/drawing/pixels.h"
 #include "platform/system/qt_text.h"
 
 namespace morva {
 
 namespace {
+
+constexpr double kTabStop = 1200;  // twips
 
 // The layout of a run without a blank takes the square of its length: a long one may break here and there.
 QString WithBreaks(const QString& text) {
@@ -42,6 +45,7 @@ TextLog::TextLog()
       later_([this] { Show(); }) {
   auto& log = As<QPlainTextEdit>(*this);
   log.setReadOnly(true);
+  log.setTabStopDistance(ToPixels(kTabStop));
   log.setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
   log.setUndoRedoEnabled(false);
   log.setWordWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
@@ -82,6 +86,7 @@ void TextLog::Show() {
 
 void TextLog::Rescale() {
   Control::Rescale();
+  As<QPlainTextEdit>(*this).setTabStopDistance(ToPixels(kTabStop));
   if (SelStart() == kEnd) later_.Request();
 }
 

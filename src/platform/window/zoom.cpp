@@ -84,6 +84,8 @@ void Resize(double factor) {
   NativeWindow* anchor = Anchor(windows);
   if (anchor == nullptr) return;
   const Places places(*anchor);
+  const QSize old_size = anchor->OuterSize();
+  QPoint corner = anchor->AskedCorner();
   std::vector<QPoint> corners;
   std::transform(windows.begin(), windows.end(), std::back_inserter(corners),
                  [](const NativeWindow* window) { return window->AskedCorner(); });
@@ -97,12 +99,15 @@ void Resize(double factor) {
   }
   RescaleControls();
   for (NativeWindow* window : windows) window->Rescale();
-  anchor->MoveTo(anchor->AskedCorner());
+  // Windows that stand in the middle of the screen stay there.
+  const QSize grown = (anchor->OuterSize() - old_size) / 2;
+  if (anchor->windowType() != Qt::Window) corner -= QPoint(grown.width(), grown.height());
+  anchor->MoveTo(corner);
   NativeWindow::screen_origin = places.Origin();
   const QRect screens = anchor->screen()->virtualGeometry();
   for (std::size_t i = 0; i < windows.size(); ++i) {
     if (windows[i] == anchor || !windows[i]->Placed()) continue;
-    QPoint corner = places.Moved(corners[i]);
+    corner = places.Moved(corners[i]);
     if (windows[i]->isVisible()) corner = {std::max(corner.x(), screens.left()), std::max(corner.y(), screens.top())};
     windows[i]->MoveTo(corner);
   }
