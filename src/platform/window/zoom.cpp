@@ -99,9 +99,10 @@ void Resize(double factor) {
   }
   RescaleControls();
   for (NativeWindow* window : windows) window->Rescale();
-  // Windows that stand in the middle of the screen stay there.
+  // One window alone stands in the middle of the screen, and stays there.
   const QSize grown = (anchor->OuterSize() - old_size) / 2;
-  if (anchor->windowType() != Qt::Window) corner -= QPoint(grown.width(), grown.height());
+  const auto seen = [](const NativeWindow* window) { return window->isVisible(); };
+  if (std::count_if(windows.begin(), windows.end(), seen) == 1) corner -= QPoint(grown.width(), grown.height());
   anchor->MoveTo(corner);
   NativeWindow::screen_origin = places.Origin();
   const QRect screens = anchor->screen()->virtualGeometry();
