@@ -5,8 +5,6 @@
 #include <array>
 #include <cmath>
 
-#include "platform/drawing/qt_color.h"
-
 namespace morva {
 
 namespace {
@@ -43,6 +41,11 @@ Color Shadow(Color face, Color text) {
 }
 
 }  // namespace
+
+Color ColorOf(const QColor& color) {
+  return static_cast<Color>(color.red()) | static_cast<Color>(color.green()) << 8U |
+         static_cast<Color>(color.blue()) << 16U;
+}
 
 Color GetSysColor(int index) {
   const QPalette palette = QGuiApplication::palette();

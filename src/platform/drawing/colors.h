@@ -2,6 +2,8 @@
 
 #include <cstdint>
 
+class QColor;
+
 namespace morva {
 
 /// A colour value 0 to 16777215, red in the low byte, green in the middle byte, blue in the high byte; or a system
@@ -21,6 +23,9 @@ inline constexpr Color kButtonHighlight = 0x80000014;
 
 /// The desktop's colour with the index 0 to 24, as it is now; an index that names none gives the button face.
 Color GetSysColor(int index);
+
+/// The colour value of a colour of the toolkit.
+Color ColorOf(const QColor& color);
 
 /// The colour value behind a colour: a system colour constant looked up, any other colour as it is.
 Color Resolved(Color color);

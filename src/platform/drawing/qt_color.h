@@ -12,9 +12,4 @@ inline QColor QtColor(Color color) {
                 static_cast<int>(value >> 16U & 0xFFU));
 }
 
-inline Color ColorOf(const QColor& color) {
-  return static_cast<Color>(color.red()) | static_cast<Color>(color.green()) << 8U |
-         static_cast<Color>(color.blue()) << 16U;
-}
-
 }  // namespace morva

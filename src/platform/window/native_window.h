@@ -82,6 +82,7 @@ class NativeWindow : public QWidget {
   void keyPressEvent(QKeyEvent* event) override;
 
  private:
+  static void ActivateEnabled();
   bool HasTitleBar() const;
   int Edge() const;
   int BarHeight() const;

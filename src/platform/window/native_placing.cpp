@@ -1,0 +1,264 @@
+#include "platform/window/native_window.h"
+
+#include <QApplication>
+#include <QMenu>
+#include <QMenuBar>
+#include <QScreen>
+#include <QWindow>
+#include <algorithm>
+#include <cmath>
+#include <optional>
+#include <utility>
+
+#include "platform/drawing/fonts.h"
+#include "platform/drawing/pixels.h"
+
+// Where a window stands, how large it is, what lies before what, and whether it is seen.
+
+namespace morva {
+
+namespace {
+
+// A dialog that the window manager draws no frame for has this one of its own, in twips.
+constexpr double kOwnFrame = 45;
+// What stands farther to the left or above is meant to be out of sight, however large the screen. Twips.
+constexpr double kOutOfSight = -9000;
+
+// The toolkit's own ellipses are not alike on all sides.
+QRegion RoundRegion(QSize size) {
+  QRegion region;
+  for (int y = 0; y < size.height(); ++y) {
+    const double height = 2 * (y + 0.5) / size.height() - 1;  // of this row's middle, -1 to 1
+    const int margin = qRound(size.width() * (1 - std::sqrt(1 - height * height)) / 2);
+    region += QRect(margin, y, size.width() - 2 * margin, 1);
+  }
+  return region;
+}
+
+QSize PixelsOf(QSizeF twips) { return {ToPixels(twips.width()), ToPixels(twips.height())}; }
+
+// The screen that shows most of the place, or is the next one to it.
+const QScreen* ScreenFor(const QRect& place) {
+  const auto distance = [&place](const QScreen* screen) {
+    const QRect shown = screen->geometry().intersected(place);
+    return std::pair(-shown.width() * shown.height(), (screen->geometry().center() - place.center()).manhattanLength());
+  };
+  const auto screens = QGuiApplication::screens();
+  return *std::min_element(screens.begin(), screens.end(),
+                           [&](const QScreen* a, const QScreen* b) { return distance(a) < distance(b); });
+}
+
+// To the left of all screens, or above them, is where the program puts what should not be seen.
+bool InSight(const QRect& place) {
+  const QPoint corner = place.topLeft() - NativeWindow::screen_origin;
+  if (ToTwips(std::min(corner.x(), corner.y())) < kOutOfSight) return false;
+  const QRect screens = QGuiApplication::primaryScreen()->virtualGeometry();
+  return place.right() >= screens.left() && place.bottom() >= screens.top();
+}
+
+QPoint WhollyOn(const QRect& screen, const QRect& place) {
+  return {std::max(screen.left(), std::min(place.left(), screen.right() + 1 - place.width())),
+          std::max(screen.top(), std::min(place.top(), screen.bottom() + 1 - place.height()))};
+}
+
+bool PlacesWindows() { return !QGuiApplication::platformName().startsWith("wayland"); }
+
+// What the window manager draws round a window with a title bar, as last seen; nothing where there is none.
+std::optional<QMargins>& Frame() {
+  static std::optional<QMargins> frame;
+  return frame;
+}
+
+bool NoWindowManager() { return Frame() && Frame()->isNull(); }
+
+}  // namespace
+
+void NativeWindow::SizeClient(QSizeF twips) {
+  const QSize client = PixelsOf(twips);
+  const QSize whole = client + QSize(2 * Edge(), 2 * Edge() + BarHeight());
+  switch (style_.frame) {
+    case FormStyle::Frame::kSizable:
+      setMinimumSize(whole / 3);
+      resize(whole);
+      break;
+    case FormStyle::Frame::kSizableWidth:
+      setMinimumSize(ToPixels(style_.scale_width), whole.height());
+      setMaximumSize(QWIDGETSIZE_MAX, whole.height());
+      resize(whole);
+      break;
+    default:
+      setFixedSize(whole);
+  }
+  // On the way there the limits alone may have made it another size.
+  client_twips_ = twips;
+  if (style_.round) setMask(RoundRegion(whole));
+  LayClient();
+}
+
+void NativeWindow::LayClient() {
+  const int bar = BarHeight();
+  if (bar_ != nullptr) bar_->setGeometry(0, 0, width(), bar);
+  client_.setGeometry(rect().adjusted(Edge(), Edge() + bar, -Edge(), -Edge()));
+}
+
+bool NativeWindow::HasTitleBar() const {
+  return isWindow() && style_.title_bar && style_.frame != FormStyle::Frame::kNone;
+}
+
+int NativeWindow::Edge() const {
+  return style_.frame == FormStyle::Frame::kFixed && !style_.title_bar ? std::max(2, ToPixels(kOwnFrame)) : 0;
+}
+
+int NativeWindow::BarHeight() const { return bar_ == nullptr ? 0 : bar_->sizeHint().height(); }
+
+void NativeWindow::Rescale() {
+  setFont(ProgramFont());
+  if (bar_ != nullptr) bar_->setFont(ProgramFont(9));
+  const auto menus = findChildren<QMenu*>();
+  for (QMenu* menu : menus) menu->setFont(ProgramFont(9));
+  if (!background_name_.empty()) SetBackground(background_name_);
+  const bool filling = isMaximized() || isFullScreen();
+  filling ? LayClient() : SizeClient(client_twips_);
+  events_.Form_Resize();
+}
+
+void NativeWindow::resizeEvent(QResizeEvent* /*event*/) {
+  LayClient();
+  const QSize client = client_.size();
+  if (client != PixelsOf(client_twips_)) client_twips_ = {ToTwips(client.width()), ToTwips(client.height())};
+  if (!loading) events_.Form_Resize();
+}
+
+void NativeWindow::MoveTo(QPoint corner) {
+  placed_ = true;
+  centred_ = false;
+  asked_ = place_ = corner;
+  const QRect place(corner, OuterSize());
+  if (!isWindow()) {
+    move(parentWidget()->mapFromGlobal(corner));
+  } else if (InSight(place)) {
+    const QPoint nearest = place_ = WhollyOn(ScreenFor(place)->availableGeometry(), place);
+    if (isVisible()) {  // the widget itself is slow to learn of its frame
+      const QMargins frame = windowHandle()->frameMargins();
+      windowHandle()->setPosition(nearest + QPoint(frame.left(), frame.top()));
+    } else {
+      move(nearest);
+    }
+  }
+  given_ = place_;
+  ShowWhereSeen();
+}
+
+void NativeWindow::moveEvent(QMoveEvent* /*event*/) {
+  if (isVisible() && isWindow()) place_ = windowHandle()->framePosition();
+}
+
+QPoint NativeWindow::Corner() const { return isWindow() || !isVisible() ? place_ : mapToGlobal(QPoint()); }
+
+QSize NativeWindow::OuterSize() const {
+  if (!HasTitleBar()) return size();
+  return isVisible() ? windowHandle()->frameGeometry().size() : size().grownBy(Frame().value_or(QMargins()));
+}
+
+void NativeWindow::CentreOnce() {
+  if (style_.start != FormStyle::Start::kCentred || placed_) return;
+  QRect place({}, OuterSize());
+  place.moveCenter(screen()->availableGeometry().center());
+  MoveTo(place.topLeft());
+  centred_ = true;
+}
+
+// Whether the frame round the window is known, or there will be none. A centred window is centred with it.
+bool NativeWindow::MeetFrame() {
+  if (!HasTitleBar() || NoWindowManager() || windowHandle() == nullptr) return true;
+  const QMargins frame = windowHandle()->frameMargins();
+  if (frame.isNull()) return false;
+  if (std::exchange(centred_, false) && frame != Frame()) {
+    placed_ = false;
+    CentreOnce();
+    centred_ = false;
+  }
+  Frame() = frame;
+  return true;
+}
+
+// Some window managers tell of the frame only after the activation, and some hand the activation to another window; the
+// program's own order of steps relies on both.
+void NativeWindow::AwaitActivation() {
+  constexpr int kLookMs = 20;
+  const bool framed = MeetFrame();
+  if ((!framed || !isActiveWindow()) && --looks_left_ > 0) return activation_.start(kLookMs);
+  if (!framed && !Frame()) Frame() = QMargins();
+  Activated();
+}
+
+void NativeWindow::SetShown(bool shown) {
+  shown_ = shown;
+  if (shown) CentreOnce();
+  ShowWhereSeen();
+}
+
+// A window that is placed out of sight is not shown, whatever the window manager thinks of such places.
+void NativeWindow::ShowWhereSeen() {
+  const bool seen = shown_ && InSight({place_, OuterSize()});
+  if (seen == isVisible()) return;
+  const bool had_keys = isActiveWindow();
+  if (seen && !isWindow()) had_focus_ = window()->focusWidget();
+  setVisible(seen);
+  if (!seen) {
+    activation_.stop();
+    if (isWindow()) QTimer::singleShot(0, this, [this] { ForgetHidden(); });
+    // Without a window manager, or with some, nobody else would give the keys to another window.
+    if (had_keys && isWindow()) ActivateEnabled();
+    if (had_focus_ != nullptr) had_focus_->setFocus();
+    return;
+  }
+  if (!isWindow()) raise();
+  if (style_.round) return;
+  if (text_line != nullptr && Of(text_line) != this) {
+    client_.setFocus();  // no control uses up what is typed
+  } else if (focusWidget() == nullptr || !isWindow()) {
+    FocusFirstStop();
+  }
+  looks_left_ = isWindow() && !testAttribute(Qt::WA_ShowWithoutActivating) ? 15 : 1;
+  activation_.start(0);
+}
+
+void NativeWindow::BelongTo(NativeWindow& owner) {
+  const bool part = style_.round || (!style_.title_bar && !PlacesWindows());
+  setParent(&owner, part ? Qt::SubWindow : windowFlags());
+}
+
+void NativeWindow::TakeKeys() {
+  // A window manager brings forward what it gives the keys to, and takes a request of its own amiss.
+  if (NoWindowManager() || !isWindow()) raise();
+  activateWindow();
+}
+
+void NativeWindow::ActivateEnabled() {
+  const QWidgetList windows = QApplication::topLevelWidgets();
+  for (QWidget* window : windows) {
+    auto* form = dynamic_cast<NativeWindow*>(window);
+    if (form != nullptr && form->takes_input && form->isVisible() && form->windowType() != Qt::Tool) form->TakeKeys();
+  }
+}
+
+void NativeWindow::StayOnTop(bool on) {
+  on_top_ = on;
+  forward_ = forward_ || on;
+  if (windowHandle() == nullptr && isWindow()) setWindowFlag(Qt::WindowStaysOnTopHint, on);
+  if (windowHandle() != nullptr) settling_.start(0);
+}
+
+void NativeWindow::SettleOnTop() {
+  const bool forward = std::exchange(forward_, false);
+  QWindow* window = windowHandle();
+  if (window == nullptr || !shown_) return;
+  if (window->flags().testFlag(Qt::WindowStaysOnTopHint) != on_top_) {
+    overrideWindowFlags(windowFlags().setFlag(Qt::WindowStaysOnTopHint, on_top_));
+    window->setFlag(Qt::WindowStaysOnTopHint, on_top_);
+  }
+  if (forward && (!on_top_ || NoWindowManager())) raise();
+}
+
+}  // namespace morva
