@@ -93,7 +93,7 @@ def compare_starts(desk):
     for command in (morva, bare):
         start_time(desk, *command)  # from the disk
     pairs = [(start_time(desk, *morva), start_time(desk, *bare)) for _ in range(STARTS)]
-    row("start to the first window", *zip(*pairs), MS, 1.5)
+    row("start to the first window", *zip(*pairs), MS, 1.25)
 
 
 def resident(process):
@@ -107,7 +107,7 @@ def resident(process):
 
 def compare_memory(player, empty):
     (ours, ours_shared), (bare, bare_shared) = resident(player.process), resident(empty)
-    row("memory with the table open, resident", [ours], [bare], MB, 2)
+    row("memory with the table open, resident", [ours], [bare], MB, 1.5)
     row("  the same, shared parts divided", [ours_shared], [bare_shared], MB, None)
 
 
@@ -143,7 +143,7 @@ def compare_moves(desk, player, guest, bare_line, bare_window):
             time.sleep(random.uniform(0.05, 0.1))  # both at rest, at no fixed beat
             pair.append(measured())
         pairs.append(pair)
-    row("a move on the wire to pixels on the screen", *zip(*pairs[2:]), MS, 2)
+    row("a move on the wire to pixels on the screen", *zip(*pairs[2:]), MS, 1.4)
 
 
 def processor_time(process):
@@ -175,7 +175,7 @@ def under_a_flood(desk, player, guest):
     flood.start()
     ends = time.monotonic() + FLOOD_SECONDS
     memory, waits = [], []
-    x, y = player.main.x + 11, player.main.y + player.bar + 11  # the button in the board's corner
+    x, y = (corner + 11 for corner in player.corner())  # the button there
     while time.monotonic() < ends:
         desk.point(x, y)
         time.sleep(0.5)
@@ -216,8 +216,7 @@ def at_the_table(desk):
 
 
 def main():
-    if not own_network():
-        print("no network of its own: it measures on this computer's ports")
+    own_network()
     print(f"load of the computer before: {os.getloadavg()[0]:.2f} on {os.cpu_count()} cores")
     print(f"{'':44} {'Morva':>10} {'empty':>10} {'ratio':>6}  {'of the pairs':14}  reach")
     with Desk() as desk:

@@ -62,17 +62,17 @@ class ListBox::View : public RowList {
   }
 
   // Assistive tools hear of the line that the user is on, and of none while the focus is elsewhere. The toolkit's own
-  // list tells them of every new line, and finds no line in this layout.
+  // list, which is passed over below, tells them of every new line, and finds no line in this layout.
   void focusInEvent(QFocusEvent* event) override {
     RowList::focusInEvent(event);
     QTimer::singleShot(0, this, [this] { TellLine(); });
   }
   void currentChanged(const QModelIndex& current, const QModelIndex& previous) override {
-    QAbstractItemView::currentChanged(current, previous);
+    QAbstractItemView::currentChanged(current, previous);  // NOLINT(bugprone-parent-virtual-call)
     TellLine();
   }
   void selectionChanged(const QItemSelection& selected, const QItemSelection& deselected) override {
-    QAbstractItemView::selectionChanged(selected, deselected);
+    QAbstractItemView::selectionChanged(selected, deselected);  // NOLINT(bugprone-parent-virtual-call)
   }
 
  private:
