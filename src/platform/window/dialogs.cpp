@@ -131,8 +131,8 @@ MsgBoxResult MsgBox(const std::string& text, const std::string& title, MsgBoxBut
   }
 }
 
-void ShowNotice(const std::string& text, const std::string& title, std::function<bool()> busy,
-                std::function<void()> closed) {
+void ShowNotice(const std::string& text, const std::string& title, const std::function<bool()>& busy,
+                const std::function<void()>& closed) {
   if (QApplication::activeModalWidget() != nullptr || QApplication::activePopupWidget() != nullptr || busy()) {
     QTimer::singleShot(kLookAgainMs, MainWindow(), [=] { ShowNotice(text, title, busy, closed); });
     return;

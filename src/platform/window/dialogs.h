@@ -20,8 +20,8 @@ MsgBoxResult MsgBox(const std::string& text, const std::string& title, MsgBoxBut
 
 /// Shows a box that comes by itself, with OK and no icon, does not wait for the user, and calls `closed` once it is
 /// closed. While the user is busy with a menu, a file dialog or another box, or `busy` says so, the box waits for that.
-void ShowNotice(const std::string& text, const std::string& title, std::function<bool()> busy,
-                std::function<void()> closed);
+void ShowNotice(const std::string& text, const std::string& title, const std::function<bool()>& busy,
+                const std::function<void()>& closed);
 
 inline constexpr int kOverwritePrompt = 0x2;
 inline constexpr int kHideReadOnly = 0x4;

@@ -157,14 +157,12 @@ bool TakesWheel(QWheelEvent& event) {
 void Zoom::BeginFor(double client_width, double client_height) {
   constexpr QSize kFrame(10, 36);  // pixels; what the window manager really draws shows only later
   const QSize room = QGuiApplication::primaryScreen()->availableSize() - kFrame;
-  for (size_factor = 1; size_factor > kSteps.front(); size_factor = kSteps.front()) {
-    QMenuBar bar;
-    bar.setFont(ProgramFont(9));
-    bar.addAction("M");
-    if (ToPixels(client_width) <= room.width() && ToPixels(client_height) + bar.sizeHint().height() <= room.height()) {
-      break;
-    }
-  }
+  size_factor = 1;
+  QMenuBar bar;
+  bar.setFont(ProgramFont(9));
+  bar.addAction("M");
+  const int height = ToPixels(client_height) + bar.sizeHint().height();
+  if (ToPixels(client_width) > room.width() || height > room.height()) size_factor = kSteps.front();
   QApplication::setFont(ProgramFont());
 }
 
