@@ -3,6 +3,7 @@
 import os
 import shutil
 import tempfile
+import time
 from pathlib import Path
 
 from desk import awaited, check
@@ -193,7 +194,8 @@ class Player:
 
         def answered():
             self.desk.keys(*keys)
-            return any(not self.find(title) for _ in range(10))
+            time.sleep(0.3)  # pressed again at once it would be taken for one that is held down
+            return not self.find(title)
 
         awaited(answered, f"{self.nick}'s {title} takes {keys}")
 
