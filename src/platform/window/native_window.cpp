@@ -65,9 +65,12 @@ NativeWindow::NativeWindow(FormEvents& events, const FormStyle& style)
 }
 
 NativeWindow::~NativeWindow() {
-  // The windows that belong to this one are their own owners.
-  const auto windows = findChildren<NativeWindow*>(Qt::FindDirectChildrenOnly);
-  for (NativeWindow* window : windows) window->setParent(nullptr);
+  // The windows that belong to this one are their own owners. (Asking the toolkit for children of this class would find
+  // every widget: the class has no meta-object of its own.)
+  const QObjectList all = children();
+  for (QObject* child : all) {
+    if (auto* window = dynamic_cast<NativeWindow*>(child)) window->setParent(nullptr);
+  }
 }
 
 NativeWindow* NativeWindow::Of(const QWidget* widget) {
