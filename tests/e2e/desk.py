@@ -167,6 +167,7 @@ class Desk:
             "XDG_RUNTIME_DIR": str(self.folder),
             "LANG": "C.UTF-8",
             "KWIN_COMPOSE": "N",
+            "CLUTTER_PAINT": "disable-clipped-redraws",  # mutter leaves out parts now and then on a screen like this
             **{name: value for name, value in os.environ.items() if name.endswith("SAN_OPTIONS")},
             **environment,
         }
@@ -195,7 +196,7 @@ class Desk:
     def _start_screen(self):
         reader, writer = os.pipe()
         self.start("Xvfb", "-displayfd", writer, "-screen", "0", f"{self.width}x{self.height}x24", "-fbdir",
-                   self.folder, "-noreset", "-nolisten", "tcp", pass_fds=[writer])
+                   self.folder, "-noreset", "-r", "-nolisten", "tcp", pass_fds=[writer])
         os.close(writer)
         with os.fdopen(reader) as display:
             number = display.readline().strip()
@@ -211,7 +212,7 @@ class Desk:
     def _start_weston(self):
         """Weston in a window that fills the screen, so that mouse, keys and pictures go by way of the screen here too."""
         settings = self.folder / "weston.ini"
-        settings.write_text("[shell]\npanel-position=none\nlocking=false\nclose-animation=none\nstartup-animation=none\n")
+        settings.write_text("[shell]\npanel-position=none\nlocking=false\nclose-animation=none\nstartup-animation=none\n[keyboard]\nrepeat-rate=1\nrepeat-delay=60000\n")
         log = self.folder / "weston.log"
         with open(log, "wb") as complaints:
             self.start(*DESKTOPS[self.desktop].split(), "--backend=x11-backend.so", "--use-pixman", "--debug",

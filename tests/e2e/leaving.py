@@ -44,7 +44,7 @@ def in_front(ann, peer, window):
         desk.click(*ann.square(52), button=3)
         ann.window(CHANGE_DIALOG)
     elif window in ("About", "the author"):
-        ann.keys("alt+h", "a")
+        ann.menu("alt+h", "a")
         about = ann.window("About Morva 1.0.185")
         if window == "the author":
             about.click(5715, 840, 1485, 1815)

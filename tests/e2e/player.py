@@ -27,7 +27,7 @@ TXT_NICK, TXT_HOST = (720, 1200, 1815, 285), (720, 1680, 1815, 285)
 CMD_GO = 2655, 210, 1155, 420
 CMD_CANCEL = 3390, 510, 1080, 345
 LBL_TIME, LBL_NICK, LBL_OP_NICK = (0, 0, 3240, 465), (480, 480, 600, 375), (480, 1080, 600, 375)
-LST_HIST = 0, 1560, 3240, 2010
+LBL_VS, LST_HIST = (0, 840, 3255, 255), (0, 1560, 3240, 2010)
 
 CHESS = "fhgjighf" + "eeeeeeee" + 32 * "." + "oooooooo" + "prqtsqrp"
 
@@ -119,7 +119,8 @@ class Player:
             if not self.look() or not self.main.wholly_on_the_screen() or not self.tool.wholly_on_the_screen():
                 return False
             gap = self.tool.x - self.main.x - self.main.width
-            return self.desk.on_wayland or 0 <= gap < 12 and abs(self.tool.y - self.main.y) < 12
+            beside = self.main.x + self.tool.x + self.tool.width - self.desk.width  # how far the two are off the middle
+            return self.desk.on_wayland or 0 <= gap < 12 and abs(self.tool.y - self.main.y) < 12 and abs(beside) < 12
 
         awaited(stand, f"{self.nick}'s two windows stand side by side, wholly on the screen")
 
@@ -185,16 +186,26 @@ class Player:
     def keys(self, *keys):
         self.desk.keys(*keys)
 
+    def menu(self, *keys):
+        """Opens a menu by the first key, and chooses in it by the others, as each submenu comes up."""
+        for key in keys[:-1]:
+            before = self.main.picture()
+            self.desk.keys(key)
+            awaited(lambda: self.main.picture() != before, f"{self.nick}'s menu {key}")
+        self.desk.keys(keys[-1])
+
     def say(self, text):
         self.desk.enter(text)
 
     def answer(self, title, *keys):
-        """Answers a box by its keys. A box that has just come takes none for a moment."""
+        """Answers a box by its keys. A box that has just come takes none for a moment, and none that seems held down."""
         self.window(title)
 
         def answered():
             self.desk.keys(*keys)
-            time.sleep(0.3)  # pressed again at once it would be taken for one that is held down
+            until = time.monotonic() + 0.4
+            while self.find(title) and time.monotonic() < until:
+                time.sleep(0.02)
             return not self.find(title)
 
         awaited(answered, f"{self.nick}'s {title} takes {keys}")
@@ -217,7 +228,7 @@ class Player:
         return self.game_file(name)
 
     def saved_chat(self, name):
-        self.keys("alt+g", "v")
+        self.menu("alt+g", "v")
         self.name_file("Save Chat", self.folder / name)
         return awaited(lambda: self._text(name), f"the file {name}")
 
