@@ -9,6 +9,7 @@
 #include <QTimer>
 #include <QWidget>
 
+#include "platform/controls/native.h"
 #include "platform/drawing/fonts.h"
 #include "platform/drawing/pixels.h"
 #include "platform/system/qt_text.h"
@@ -70,8 +71,8 @@ class Control::EventFilter : public QObject {
   void Tell(const MouseHandler& handler, const QMouseEvent& event) const {
     if (!handler) return;
     const QPointF pixels = event.position() - control_.widget_->contentsRect().topLeft();
-    handler(static_cast<int>(event.button()), static_cast<int>(event.modifiers() >> 25U) & 7,
-            static_cast<float>(ToTwips(pixels.x())), static_cast<float>(ToTwips(pixels.y())));
+    handler(static_cast<int>(event.button()), ShiftOf(event.modifiers()), static_cast<float>(ToTwips(pixels.x())),
+            static_cast<float>(ToTwips(pixels.y())));
   }
 
   Control& control_;

@@ -14,8 +14,6 @@ inline constexpr Color kBlack = 0;
 inline constexpr Color kWhite = 16777215;
 inline constexpr Color kRed = 255;
 
-inline constexpr Color kWindowBackground = 0x80000005;
-inline constexpr Color kWindowText = 0x80000008;
 inline constexpr Color kButtonFace = 0x8000000F;
 inline constexpr Color kButtonShadow = 0x80000010;
 inline constexpr Color kButtonText = 0x80000012;

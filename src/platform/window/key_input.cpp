@@ -1,54 +1,33 @@
 #include "platform/window/key_input.h"
 
 #include <QKeyEvent>
+#include <algorithm>
+#include <iterator>
+#include <utility>
 
 #include "platform/controls/control.h"
+#include "platform/controls/native.h"
 #include "platform/window/native_window.h"
 
 namespace morva {
 
 namespace {
 
-Key KeyOf(const QKeyEvent& event) {
-  switch (event.key()) {
-    case Qt::Key_Left:
-      return Key::kLeft;
-    case Qt::Key_Up:
-      return Key::kUp;
-    case Qt::Key_Right:
-      return Key::kRight;
-    case Qt::Key_Down:
-      return Key::kDown;
-    case Qt::Key_Home:
-      return Key::kHome;
-    case Qt::Key_End:
-      return Key::kEnd;
-    case Qt::Key_PageUp:
-      return Key::kPageUp;
-    case Qt::Key_PageDown:
-      return Key::kPageDown;
-    case Qt::Key_Space:
-      return Key::kSpace;
-    case Qt::Key_Return:
-    case Qt::Key_Enter:
-      return Key::kEnter;
-    case Qt::Key_Escape:
-      return Key::kEscape;
-    case Qt::Key_Menu:
-      return Key::kMenu;
-    case Qt::Key_F10:
-      return event.modifiers() == Qt::ShiftModifier ? Key::kMenu : Key::kOther;
-    case Qt::Key_F6:
-      return Key::kF6;
-    case Qt::Key_T:
-      return Key::kT;
-    default:
-      return Key::kOther;
-  }
-}
+constexpr std::pair<Qt::Key, Key> kKeys[] = {
+    {Qt::Key_Left, Key::kLeft},     {Qt::Key_Up, Key::kUp},
+    {Qt::Key_Right, Key::kRight},   {Qt::Key_Down, Key::kDown},
+    {Qt::Key_Home, Key::kHome},     {Qt::Key_End, Key::kEnd},
+    {Qt::Key_PageUp, Key::kPageUp}, {Qt::Key_PageDown, Key::kPageDown},
+    {Qt::Key_Space, Key::kSpace},   {Qt::Key_Return, Key::kEnter},
+    {Qt::Key_Enter, Key::kEnter},   {Qt::Key_Escape, Key::kEscape},
+    {Qt::Key_Menu, Key::kMenu},     {Qt::Key_F6, Key::kF6},
+    {Qt::Key_T, Key::kT},
+};
 
-int ShiftOf(const QKeyEvent& event) {
-  return event.key() == Qt::Key_F10 ? 0 : static_cast<int>(event.modifiers() >> 25U) & 7;
+Key KeyOf(const QKeyEvent& event) {
+  const auto* known =
+      std::find_if(std::begin(kKeys), std::end(kKeys), [&](const auto& key) { return key.first == event.key(); });
+  return known == std::end(kKeys) ? Key::kOther : known->second;
 }
 
 }  // namespace
@@ -57,8 +36,9 @@ bool TakeKey(const QWidget& receiver, NativeWindow& window, const QKeyEvent& eve
   // What the control with the focus leaves alone comes by once more for each widget that it stands on.
   const QWidget* focus = window.focusWidget();
   if (&receiver != (focus != nullptr ? focus : &window)) return false;
-  const Key key = KeyOf(event);
-  const int shift = ShiftOf(event);
+  const bool menu = event.key() == Qt::Key_F10 && event.modifiers() == Qt::ShiftModifier;
+  const Key key = menu ? Key::kMenu : KeyOf(event);
+  const int shift = menu ? 0 : ShiftOf(event.modifiers());
   const Control* control = ControlOf(&receiver);
   return (control != nullptr && control->KeyDown && control->KeyDown(key, shift)) ||
          window.Events().Form_KeyDown(key, shift);

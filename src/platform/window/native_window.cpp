@@ -11,6 +11,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "platform/controls/native.h"
 #include "platform/drawing/edge.h"
 #include "platform/drawing/fonts.h"
 #include "platform/drawing/picture.h"
@@ -200,7 +201,7 @@ bool NativeWindow::ClientMouse(const QMouseEvent& event) {
   const auto x = static_cast<float>(ToTwips(event.position().x()));
   const auto y = static_cast<float>(ToTwips(event.position().y()));
   if (event.type() == QEvent::MouseButtonPress) {
-    events_.Form_MouseDown(static_cast<int>(event.button()), static_cast<int>(event.modifiers() >> 25U) & 7, x, y);
+    events_.Form_MouseDown(static_cast<int>(event.button()), ShiftOf(event.modifiers()), x, y);
   } else if (event.button() == Qt::LeftButton) {
     events_.Form_Click();
   }
