@@ -35,25 +35,22 @@ inline const std::string kCheckersStart =
 /// What the user does with the boxes that come up: notes each as "title|text|icon", and presses the button.
 class BoxUser {
  public:
-  explicit BoxUser(QMessageBox::StandardButton answer = QMessageBox::Ok, std::function<void()> meanwhile = {})
-      : answer_(answer), meanwhile_(std::move(meanwhile)) {
-    QObject::connect(&clock_, &QTimer::timeout, [this] { Answer(); });
+  explicit BoxUser(QMessageBox::StandardButton answer = QMessageBox::Ok, std::function<void()> meanwhile = {}) {
+    clock_.callOnTimeout([this, answer, meanwhile] {
+      auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+      if (box == nullptr) return;
+      boxes.push_back((box->windowTitle() + "|" + box->text() + "|" + QString::number(box->icon())).toStdString());
+      EXPECT_EQ(box->textFormat(), Qt::PlainText);
+      clock_.stop();
+      if (meanwhile) meanwhile();
+      clock_.start();
+      box->button(answer)->click();
+    });
     clock_.start(5);
   }
   Lines boxes;
 
  private:
-  void Answer() {
-    auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
-    if (box == nullptr) return;
-    boxes.push_back((box->windowTitle() + "|" + box->text() + "|" + QString::number(box->icon())).toStdString());
-    EXPECT_EQ(box->textFormat(), Qt::PlainText);
-    if (meanwhile_) meanwhile_();
-    box->button(answer_)->click();
-  }
-
-  QMessageBox::StandardButton answer_;
-  std::function<void()> meanwhile_;
   QTimer clock_;
 };
 
@@ -106,7 +103,7 @@ class GameTest : public testing::Test {
   void Sit() {
     ASSERT_NO_FATAL_FAILURE(Join());
     Tell("2Bob");
-    ASSERT_TRUE(QTest::qWaitForWindowActive(frmChess->Native()));
+    ASSERT_TRUE(HasKeys(*frmChess));
     EXPECT_EQ(Sent(), "2Ann");
   }
 
@@ -157,6 +154,8 @@ class GameTest : public testing::Test {
     return agreed ? me ? "me" : "you" : "neither";
   }
 
+  static bool HasKeys(const Form& form) { return QTest::qWaitForWindowActive(form.Native()); }
+
   static QWindow* MainWindow() { return frmChess->Native()->windowHandle(); }
 
   /// The middle of a square, in pixels of the main window.
@@ -165,10 +164,31 @@ class GameTest : public testing::Test {
     return widget->mapTo(frmChess->Native(), widget->rect().center());
   }
 
+  // The user's hands, in the main window.
+  static void Key(Qt::Key key, Qt::KeyboardModifiers with = {}) { QTest::keyClick(MainWindow(), key, with); }
+  static void Press(int square, Qt::MouseButton button = Qt::LeftButton) {
+    QTest::mousePress(MainWindow(), button, {}, At(square));
+  }
+  static void Release(int square, Qt::MouseButton button = Qt::LeftButton) {
+    QTest::mouseRelease(MainWindow(), button, {}, At(square));
+  }
+  static void Click(int square, Qt::MouseButton button) {
+    Press(square, button);
+    Release(square, button);
+  }
   static void Drag(int from, int too) {
-    QTest::mousePress(MainWindow(), Qt::LeftButton, {}, At(from));
+    Press(from);
     QTest::mouseMove(MainWindow(), At(too));
-    QTest::mouseRelease(MainWindow(), Qt::LeftButton, {}, At(too));
+    Release(too);
+  }
+
+  /// The empty squares that are marked, "44 ".
+  static std::string Marks() {
+    std::string squares;
+    for (const PictureBox& square : frmChess->squ) {
+      if (square.Tag == "0" && !square.Strokes().empty()) squares += std::to_string(square.Index) + " ";
+    }
+    return squares;
   }
 
   static bool ChatHasFocus() { return frmChess->Native()->focusWidget() == frmChess->txtIn.Native(); }

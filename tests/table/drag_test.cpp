@@ -10,24 +10,19 @@ class Drags : public GameTest {
     other_.resize(50, 50);
   }
 
-  static void Press(int square, Qt::MouseButton button = Qt::LeftButton) {
-    QTest::mousePress(MainWindow(), button, {}, At(square));
-  }
-  static void Release(int square, Qt::MouseButton button = Qt::LeftButton) {
-    QTest::mouseRelease(MainWindow(), button, {}, At(square));
-  }
-
-  /// The squares that are marked, "44 ".
-  static std::string Marks() {
-    std::string squares;
-    for (const PictureBox& square : frmChess->squ) {
-      if (square.Tag == "0" && !square.Strokes().empty()) squares += std::to_string(square.Index) + " ";
-    }
-    return squares;
-  }
   static std::string MarkedAt(QPoint place) {
     QTest::mouseMove(MainWindow(), place);
     return Marks();
+  }
+
+  /// Another window gets the keys, and loses them.
+  void Leave() {
+    other_.activateWindow();
+    ASSERT_TRUE(Await([] { return !frmChess->Native()->isActiveWindow(); }));
+  }
+  static void Return() {
+    frmChess->Show();
+    ASSERT_TRUE(HasKeys(*frmChess));
   }
 
   QWidget other_;
@@ -80,10 +75,10 @@ TEST_F(Drags, LeaveNothingBehindWhenTheyAreDisturbed) {
   other_.show();
   const std::function<void()> disturbances[] = {[] { Press(44, Qt::RightButton); },
                                                 [] { Press(44, Qt::MiddleButton); },
-                                                [] { QTest::keyClick(MainWindow(), Qt::Key_Escape); },
+                                                [] { Key(Qt::Key_Escape); },
                                                 [] { frmChess->Enabled = false; },
                                                 [this] {
-                                                  other_.activateWindow();
+                                                  Leave();
                                                   QTest::qWait(400);  // a window that seems lost may soon be back
                                                 },
                                                 [] {
@@ -93,8 +88,7 @@ TEST_F(Drags, LeaveNothingBehindWhenTheyAreDisturbed) {
                                                   Tell("452116777215");
                                                 }};
   for (const auto& disturb : disturbances) {
-    frmChess->Show();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(frmChess->Native()));
+    Return();
     Press(52);
     EXPECT_EQ(MarkedAt(At(44)), "44 ");
     disturb();
@@ -102,28 +96,23 @@ TEST_F(Drags, LeaveNothingBehindWhenTheyAreDisturbed) {
     EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr);
     for (const auto button : {Qt::RightButton, Qt::MiddleButton, Qt::LeftButton}) Release(36, button);
     frmChess->Enabled = true;
-    EXPECT_EQ(Board(), kStart);
-    EXPECT_EQ(Sent(), "");
+    EXPECT_TRUE(Board() == kStart && Sent().empty());
   }
 }
 
 TEST_F(Drags, DropWhenTheWindowIsBackOrTheUserGoesOnInIt) {
   other_.show();
   for (const bool back : {true, false}) {
-    frmChess->Show();
-    ASSERT_TRUE(QTest::qWaitForWindowActive(frmChess->Native()));
+    Return();
     Press(back ? 52 : 44);
-    other_.activateWindow();
-    ASSERT_TRUE(Await([] { return !frmChess->Native()->isActiveWindow(); }));
+    Leave();
     MarkedAt(At(back ? 44 : 36));
     Release(back ? 44 : 36);
     EXPECT_EQ(Sent(), "");
     if (back) {
-      frmChess->Show();
-      Await([] { return frmChess->Native()->isActiveWindow(); });
+      Return();
     } else {
-      Press(0, Qt::MiddleButton);
-      Release(0, Qt::MiddleButton);
+      Click(0, Qt::MiddleButton);
     }
     EXPECT_EQ(Sent(), back ? "15244" : "14436me");
   }

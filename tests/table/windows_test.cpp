@@ -1,0 +1,199 @@
+#include <QWheelEvent>
+
+#include "platform/drawing/pixels.h"
+#include "tests/game.h"
+
+namespace morva {
+namespace {
+
+class Table : public GameTest {
+ protected:
+  void SetUp() override { Sit(); }
+
+  bool HungUp() {
+    return Await([this] { return peer_->state() == QAbstractSocket::UnconnectedState; });
+  }
+
+  static QPoint OnScreen(int square) { return At(square) + frmChess->Native()->mapToGlobal(QPoint()); }
+
+  /// Where the marker is in its flight from square to square: right there, or a few pixels off.
+  static void ExpectMarkerOnItsWay(int from, int too) {
+    const QWidget& disc = *frmShowMove->Native();
+    const QPoint expected = OnScreen(from) + (OnScreen(too) - OnScreen(from)) * (frmShowMove->Step / 40.0);
+    EXPECT_LE((disc.mapToGlobal(disc.rect().center()) - expected).manhattanLength(), 4);
+  }
+};
+
+TEST_F(Table, TheMarkerFliesFromSquareToSquare) {
+  const auto fly = [](int from, int too) {
+    frmChess->mnuShowLast.Click();
+    ASSERT_TRUE(frmShowMove.Loaded() && !frmChess->Enabled());
+    EXPECT_EQ(frmShowMove->BackColor(), frmChess->squ(too).ForeColor);
+    for (const int step : {1, 10}) {
+      ASSERT_TRUE(Await([&] { return frmShowMove->Step >= step; }));
+      ExpectMarkerOnItsWay(from, too);
+    }
+    Tell("15553");  // it flies on
+    ASSERT_TRUE(frmShowMove->Native()->isVisible() && Await([] { return !frmShowMove.Loaded(); }));
+    EXPECT_TRUE(frmChess->Enabled() && HasKeys(*frmChess));
+  };
+  fly(0, 0);
+  Tell("15220");
+  Tell("42060");  // it takes the colour of what stands there by now
+  fly(52, 20);
+}
+
+TEST_F(Table, EverythingGrowsTogether) {
+  FrmChess& game = *frmChess;
+  FrmToolWindow& tools = *frmToolWindow;
+  const auto press = [](Form& form, Qt::Key key) {
+    QTest::keyClick(form.Native()->windowHandle(), key, Qt::ControlModifier);
+  };
+
+  // A drag goes on, and so does the marker; the windows keep their places.
+  Press(52);
+  for (const auto key : {Qt::Key_Plus, Qt::Key_Equal}) press(game, key);
+  EXPECT_EQ(game.Client()->size(), QSize(672, 809));
+  EXPECT_EQ(game.squ(63).Native()->geometry(), QRect(588, 588, 85, 85));
+  EXPECT_EQ(game.txtIn.Native()->font().pixelSize(), 17);
+  QTest::mouseMove(MainWindow(), At(36));
+  Release(36);
+  EXPECT_EQ(Sent(), "15236");
+  game.mnuShowLast.Click();
+  ASSERT_TRUE(Await([] { return frmShowMove->Step >= 10; }));
+  press(tools, Qt::Key_Minus);
+  ASSERT_TRUE(Await([] { return frmShowMove->Step >= 15; }));
+  ExpectMarkerOnItsWay(52, 36);
+  ASSERT_TRUE(Await([] { return !frmShowMove.Loaded(); }));
+
+  // The change dialog stays on its square, and a mouse event tells the same twips.
+  Click(18, Qt::RightButton);
+  const auto on_board = [&] { return frmChange->Native()->pos() - game.Client()->mapToGlobal(QPoint()); };
+  const QPoint before = on_board();
+  for (int i = 0; i < 9; ++i) press(*frmChange, Qt::Key_Minus);
+  EXPECT_EQ(game.Client()->size(), QSize(336, 404));
+  EXPECT_LE((on_board() - before * 0.75 / 1.25).manhattanLength(), 3);
+  Unload(frmChange);
+  game.Enabled = true;
+  float told = 0;
+  game.squ(0).MouseDown = [&](int, int, float x, float) { told = x; };
+  Click(0, Qt::MiddleButton);
+  EXPECT_NEAR(told, 390, 40);
+
+  // The wheel counts whole notches, however they come.
+  const std::tuple<Qt::KeyboardModifier, int, int> turns[] = {{Qt::NoModifier, 240, 336},
+                                                              {Qt::ControlModifier, 60, 336},
+                                                              {Qt::ControlModifier, 60, 448},
+                                                              {Qt::ControlModifier, 9960, 1344},
+                                                              {Qt::ControlModifier, -360, 560}};
+  for (const auto& [with, turn, width] : turns) {
+    QWheelEvent wheel(At(0), OnScreen(0), {}, {0, turn}, Qt::NoButton, with, Qt::NoScrollPhase, false);
+    QApplication::sendEvent(game.Native(), &wheel);
+    EXPECT_EQ(game.Client()->width(), width) << turn;
+  }
+  press(game, Qt::Key_0);
+  EXPECT_NEAR(tools.Left(), game.Left() + game.Width(), 30);
+  EXPECT_EQ(game.Client()->size(), QSize(448, 539));
+}
+
+TEST_F(Table, TheWindowsStandSideBySideOnceAndTakeTheNick) {
+  FrmToolWindow& tools = *frmToolWindow;
+  EXPECT_TRUE(frmChess->Caption() == "Morva - Ann" && tools.Caption() == "Ann" && Board() == kStart);
+  EXPECT_NEAR(tools.Left(), frmChess->Left() + frmChess->Width(), 30);
+  EXPECT_NEAR(tools.Top(), frmChess->Top(), 30);
+  EXPECT_TRUE(ChatHasFocus() && frmChess->Client()->size() == QSize(448, 539));
+  frmChess->Left = 150;
+  tools.Left = 7500;
+  for (const bool on : {true, false, true}) {
+    EXPECT_EQ(tools.mnuAlways.Checked(), on);
+    for (Form* form : {static_cast<Form*>(&tools), static_cast<Form*>(&*frmChess)}) {
+      form->SetFocus();
+      ASSERT_TRUE(Await([form] { return QApplication::activeWindow() == form->Native(); }));
+    }
+    EXPECT_TRUE(frmChess->Left() == 150 && tools.Left() == 7500 && tools.frmext.ontop() == on);
+    EXPECT_TRUE(Await([&] { return tools.Native()->windowFlags().testFlag(Qt::WindowStaysOnTopHint) == on; }));
+    tools.mnuAlways.Click();
+  }
+}
+
+TEST_F(Table, TheClockCarriesAndGoesOn) {
+  FrmChess& game = *frmChess;
+  const std::pair<Clock, const char*> ticks[] = {{{.sec = 58, .min = 9}, "00:09:59"},
+                                                 {{.sec = 59, .min = 9}, "00:10:00"},
+                                                 {{.sec = 59, .min = 59, .hour = 9}, "10:00:00"},
+                                                 {{.sec = 59, .min = 59, .hour = 99}, "100:00:00"}};
+  for (const auto& [before, shown] : ticks) {
+    game.clock = before;
+    game.onesec.Tick();
+    EXPECT_EQ(frmToolWindow->lblTime.Caption(), shown);
+  }
+  Tell("1new");
+  EXPECT_EQ(frmToolWindow->lblTime.Caption(), "100:00:00");
+  game.Enabled = false;  // which stops no timer
+  EXPECT_TRUE(Await([] { return frmToolWindow->lblTime.Caption() == "00:00:01"; }));
+}
+
+TEST_F(Table, TheHistoryShowsItsLastLineAndTheChatGetsTheFocusIfItCan) {
+  for (const bool enabled : {true, false}) {
+    frmChess->Enabled = enabled;
+    frmChess->coordinates.cmdShowCoord.SetFocus();
+    Tell(enabled ? "15236" : "13620");
+    EXPECT_EQ(frmToolWindow->lstHist.ListIndex, frmToolWindow->lstHist.ListCount() - 1);
+    EXPECT_EQ(ChatHasFocus(), enabled);
+  }
+}
+
+TEST_F(Table, DisabledItTakesNoInputAndLooksAsBefore) {
+  FrmChess& game = *frmChess;
+  const QImage before = game.coordinates.cmdShowCoord.Native()->grab().toImage();
+  game.Enabled = false;
+  Drag(52, 36);
+  Click(36, Qt::MiddleButton);
+  Click(36, Qt::RightButton);
+  for (const auto key : {Qt::Key_A, Qt::Key_Return, Qt::Key_F6}) Key(key);
+  for (const auto key : {Qt::Key_X, Qt::Key_T, Qt::Key_Plus}) Key(key, Qt::ControlModifier);
+  Key(Qt::Key_M, Qt::AltModifier);
+  game.Native()->close();
+  EXPECT_TRUE(frmChess.Loaded() && !frmChange.Loaded() && QApplication::activePopupWidget() == nullptr);
+  EXPECT_TRUE(Sent().empty() && Board() == kStart && game.txtIn.Text == "" && ChatHasFocus() && size_factor == 1);
+  EXPECT_EQ(game.coordinates.cmdShowCoord.Native()->grab().toImage(), before);
+}
+
+TEST_F(Table, FollowsTheDesktopsColours) {
+  const QPalette usual = QGuiApplication::palette();
+  QPalette other(QColor(30, 40, 50));
+  other.setColor(QPalette::Light, Qt::blue);
+  const auto seen = [] { return frmToolWindow->Native()->grab().toImage(); };
+  const QImage before = seen();
+  QGuiApplication::setPalette(other);
+  QTest::qWait(1);
+  const QColor middle = seen().pixelColor(frmToolWindow->Native()->width() / 2, 90);
+  EXPECT_LT(middle.lightness(), 100);
+  QGuiApplication::setPalette(usual);
+  QTest::qWait(1);
+  EXPECT_EQ(seen(), before);
+}
+
+TEST_F(Table, QuittingSendsTheRestAndEndsWithoutAQuestion) {
+  Drag(52, 36);
+  frmChess->mnuCheck.Click();
+  frmChess->mnuWakeUp.Click();
+  EXPECT_THROW(frmChess->mnuQuit.Click(), Ended);
+  EXPECT_TRUE(!frmControl.Loaded() && !frmToolWindow.Loaded() && HungUp());
+  EXPECT_EQ(peer_->readAll().toStdString(), "152360check0yours");
+}
+
+TEST_F(Table, TheCloseBoxEndsAllWindowsAndADrag) {
+  Press(52);
+  QTest::mouseMove(MainWindow(), At(44));
+  frmChess->Native()->close();
+  EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr);
+  EXPECT_FALSE(frmChess.Loaded() || frmControl.Loaded() || frmToolWindow.Loaded() || frmWelcome.Loaded());
+  EXPECT_TRUE(HungUp());
+  QWidget elsewhere;
+  elsewhere.show();
+  QTest::mouseRelease(elsewhere.windowHandle(), Qt::LeftButton);
+}
+
+}  // namespace
+}  // namespace morva
