@@ -16,118 +16,113 @@
 namespace morva {
 namespace {
 
-/// Words that are seen, dot by dot: how clearly those dots that stand out most do so from what is behind them.
-class Words {
- public:
-  Words(const QWidget& seen, const QImage& picture) : seen_(seen), picture_(picture) {}
+Color MostFrequent(const QImage& picture) {
+  std::map<QRgb, int> count;
+  for (int y = 0; y < picture.height(); ++y) {
+    for (int x = 0; x < picture.width(); ++x) ++count[picture.pixel(x, y)];
+  }
+  const auto less = [](const auto& a, const auto& b) { return a.second < b.second; };
+  return count.empty() ? 0 : ColorOf(std::max_element(count.begin(), count.end(), less)->first);
+}
 
-  /// Of the place in the widget, what stands out least: it is looked at in strips as wide as two letters. 0 where there
-  /// are no words at all. `bare` is the picture without them; none where they stand on one colour.
-  double Least(const QWidget& widget, QRect place, const QImage& bare = {}) const {
-    const double scale = picture_.devicePixelRatio();
-    const QRectF within(widget.mapTo(&seen_, place.topLeft()), place.size());
-    const QRect dots = QRectF(within.topLeft() * scale, within.size() * scale).toRect() & picture_.rect();
-    const QRgb ground = bare.isNull() ? MostFrequent(dots) : 0;
-    const int strip = static_cast<int>(16 * scale);
-    double least = 0;
-    for (int left = dots.left(); left <= dots.right(); left += strip) {
-      double best = 1;
-      int inked = 0;
-      for (int x = left; x < std::min(left + strip, dots.right() + 1); ++x) {
-        for (int y = dots.top(); y <= dots.bottom(); ++y) {
-          const Color behind = ColorOf(bare.isNull() ? ground : bare.pixel(x, y));
-          const double contrast = Contrast(ColorOf(picture_.pixel(x, y)), {behind, behind});
-          best = std::max(best, contrast);
-          if (contrast > 1.2) ++inked;
-        }
+/// How clearly the words in the picture stand out where they do so least, in strips as wide as two letters: in each,
+/// the dots that stand out most are their strokes. 0 where there are no words at all. `bare` is the picture without
+/// them; none where they stand on one colour.
+double LeastContrast(const QImage& picture, const QImage& bare = {}) {
+  const double scale = qApp->devicePixelRatio();
+  const Color ground = MostFrequent(picture);
+  const int strip = static_cast<int>(16 * scale);
+  double least = 0;
+  for (int left = 0; left < picture.width(); left += strip) {
+    double best = 1;
+    int inked = 0;
+    for (int x = left; x < std::min(left + strip, picture.width()); ++x) {
+      for (int y = 0; y < picture.height(); ++y) {
+        const Color behind = bare.isNull() ? ground : ColorOf(bare.pixel(x, y));
+        const double contrast = Contrast(ColorOf(picture.pixel(x, y)), {behind, behind});
+        best = std::max(best, contrast);
+        if (contrast > 1.2) ++inked;
       }
-      if (inked > 12 * scale && (least == 0 || best < least)) least = best;
     }
-    return least;
+    if (inked > 12 * scale && (least == 0 || best < least)) least = best;
   }
+  return least;
+}
 
- private:
-  QRgb MostFrequent(const QRect& dots) const {
-    std::map<QRgb, int> count;
-    for (int y = dots.top(); y <= dots.bottom(); ++y) {
-      for (int x = dots.left(); x <= dots.right(); ++x) ++count[picture_.pixel(x, y)];
-    }
-    const auto less = [](const auto& a, const auto& b) { return a.second < b.second; };
-    return count.empty() ? 0 : std::max_element(count.begin(), count.end(), less)->first;
+QImage ImageOf(QWidget& seen) { return seen.grab().toImage().convertToFormat(QImage::Format_RGB32); }
+
+QImage WithoutLabels(QWidget& seen) {
+  std::map<QLabel*, QString> texts;
+  for (QLabel* label : seen.findChildren<QLabel*>()) {
+    if (label->text().isEmpty()) continue;
+    texts[label] = label->text();
+    label->setText(QChar(0xA0));  // an empty label would change the size of a box
   }
-
-  const QWidget& seen_;
-  const QImage& picture_;
-};
+  const QImage bare = ImageOf(seen);
+  for (const auto& [label, text] : texts) label->setText(text);
+  return bare;
+}
 
 /// The parameter is the scheme.
 class Contrasts : public Walk, public testing::WithParamInterface<const char*> {
  protected:
   void Look(const std::string& name, QWidget& seen) {
     if (name == "change") frmChange->cmdTrash.Enabled = false;
-    const QImage picture = ImageOf(seen);
-    const QImage bare = WithoutLabels(seen);
-    const Words words(seen, picture);
-    const auto expect = [&](const QString& text, const QWidget& widget, const QRect& place, bool large = false) {
+    if (name == "table-start") LookAtTheBoard();
+    const QImage picture = ImageOf(seen), bare = WithoutLabels(seen);
+    const auto expect = [&](const QWidget& widget, const QRect& place, const QString& text, double needed = kReadable) {
       if (text.isEmpty() || widget.window() != &seen || widget.visibleRegion().isEmpty()) return;
-      const double least =
-          words.Least(widget, place, qobject_cast<const QLabel*>(&widget) != nullptr ? bare : QImage());
-      EXPECT_GE(least, 0.98 * (large ? kReadableLarge : kReadable)) << name << ": " << text.toStdString();
+      const double scale = picture.devicePixelRatio();
+      const QRectF within(widget.mapTo(&seen, place.topLeft()), place.size());
+      const QRect dots = QRectF(within.topLeft() * scale, within.size() * scale).toRect() & picture.rect();
+      const bool label = qobject_cast<const QLabel*>(&widget) != nullptr;
+      const double least = LeastContrast(picture.copy(dots), label ? bare.copy(dots) : QImage());
+      EXPECT_GE(least, 0.98 * needed) << name << ": " << text.toStdString();
       ++texts_;
     };
-    for (const auto* label : seen.findChildren<QLabel*>()) {
-      const auto* control = dynamic_cast<const Label*>(ControlOf(label));
-      if (control != nullptr && control->ReliefOf != nullptr) continue;
-      const bool large = label->font().bold() && label->font().pixelSize() * kTwipsPerPixel >= 14 * 20;
-      expect(label->text(), *label, label->rect(), large);
-    }
-    for (auto* button : seen.findChildren<QPushButton*>()) {
-      const int edge = button->height() < 20 ? 3 : 6;
-      expect(button->text(), *button, button->rect().adjusted(edge, edge, -edge, -edge));
-    }
-    for (const auto* button : seen.findChildren<QRadioButton*>()) {
-      expect(button->text(), *button, button->rect().adjusted(15, 3, -3, -3));
-    }
-    for (const auto* line : seen.findChildren<QLineEdit*>()) {
-      expect(line->text(), *line, line->rect().adjusted(5, 3, -5, -3));
-    }
-    for (const auto* log : seen.findChildren<QPlainTextEdit*>()) {
-      expect(log->toPlainText(), *log, log->viewport()->geometry());
-    }
-    for (const auto* list : seen.findChildren<QListView*>()) {
-      for (int row = 0; row < list->model()->rowCount(); ++row) {
-        const QRect place = list->visualRect(list->model()->index(row, 0));
-        if (list->viewport()->rect().contains(place)) expect("a line", *list->viewport(), place);
+    for (const QWidget* widget : seen.findChildren<QWidget*>()) {
+      if (const auto* label = qobject_cast<const QLabel*>(widget)) {
+        const auto* control = dynamic_cast<const Label*>(ControlOf(label));
+        const bool large = label->font().bold() && label->font().pixelSize() * kTwipsPerPixel >= 14 * 20;
+        const bool relief = control != nullptr && control->ReliefOf != nullptr;
+        if (!relief) expect(*label, label->rect(), label->text(), large ? kReadableLarge : kReadable);
+      } else if (const auto* push = qobject_cast<const QPushButton*>(widget)) {
+        const int edge = push->height() < 20 ? 3 : 6;
+        expect(*push, push->rect().adjusted(edge, edge, -edge, -edge), push->text());
+      } else if (const auto* option = qobject_cast<const QRadioButton*>(widget)) {
+        expect(*option, option->rect().adjusted(15, 3, -3, -3), option->text());
+      } else if (const auto* line = qobject_cast<const QLineEdit*>(widget)) {
+        expect(*line, line->rect().adjusted(5, 3, -5, -3), line->text());
+      } else if (const auto* log = qobject_cast<const QPlainTextEdit*>(widget)) {
+        expect(*log, log->viewport()->geometry(), log->toPlainText());
+      } else if (const auto* bar = qobject_cast<const QMenuBar*>(widget)) {
+        expect(*bar, bar->rect().adjusted(0, 2, 0, -2), "the menu bar");
+      } else if (const auto* list = qobject_cast<const QListView*>(widget)) {
+        for (int row = 0; row < list->model()->rowCount(); ++row) {
+          const QRect place = list->visualRect(list->model()->index(row, 0));
+          if (list->viewport()->rect().contains(place)) expect(*list->viewport(), place, "a line");
+        }
       }
     }
-    const auto* bar = seen.findChild<QMenuBar*>();
-    for (const QAction* action : seen.actions()) {
-      const auto* menu = qobject_cast<const QMenu*>(&seen);
-      if (menu != nullptr)
-        expect(action->text(), seen, menu->actionGeometry(const_cast<QAction*>(action)).adjusted(24, 3, -12, -3));
+    if (auto* menu = qobject_cast<QMenu*>(&seen)) {
+      for (QAction* item : menu->actions()) {
+        expect(*menu, menu->actionGeometry(item).adjusted(24, 3, -12, -3), item->text());
+      }
     }
-    if (bar != nullptr) expect("the menu bar", *bar, bar->rect().adjusted(0, 2, 0, -2));
+  }
+
+  static void LookAtTheBoard() {
+    const Color one = frmChess->squ(0).BackColor(), other = frmChess->squ(1).BackColor();
+    for (const Color square : {one, other}) {
+      for (const Color piece : {kWhite, kBlack}) EXPECT_GE(Contrast(piece, {square, square}), 3) << square;
+    }
+    EXPECT_GE(Contrast(one, {other, other}), 2);
   }
 
   int texts_ = 0;
-
- private:
-  static QImage ImageOf(QWidget& seen) { return seen.grab().toImage().convertToFormat(QImage::Format_RGB32); }
-
-  static QImage WithoutLabels(QWidget& seen) {
-    std::map<QLabel*, QString> texts;
-    for (QLabel* label : seen.findChildren<QLabel*>()) {
-      if (label->text().isEmpty()) continue;
-      texts[label] = label->text();
-      label->setText(QChar(0xA0));  // an empty label would change the size of a box
-    }
-    const QImage bare = ImageOf(seen);
-    for (const auto& [label, text] : texts) label->setText(text);
-    return bare;
-  }
 };
 
-TEST_P(Contrasts, EveryTextCanBeRead) {
+TEST_P(Contrasts, EveryTextAndEachPieceStandsOut) {
   QApplication::setPalette(Scheme(GetParam()));
   Go([this](const std::string& name, QWidget& seen) { Look(name, seen); });
   EXPECT_GT(texts_, 100);
@@ -136,8 +131,9 @@ TEST_P(Contrasts, EveryTextCanBeRead) {
   const auto tip = std::find_if(windows.begin(), windows.end(),
                                 [](const QWidget* w) { return w->inherits("QTipLabel") && w->isVisible(); });
   ASSERT_NE(tip, windows.end());
-  const QImage picture = (*tip)->grab().toImage().convertToFormat(QImage::Format_RGB32);
-  EXPECT_GE(Words(**tip, picture).Least(**tip, (*tip)->rect().adjusted(3, 3, -3, -3)), kReadable);
+  const QImage picture = ImageOf(**tip);
+  const int edge = static_cast<int>(3 * picture.devicePixelRatio());
+  EXPECT_GE(LeastContrast(picture.copy(picture.rect().adjusted(edge, edge, -edge, -edge))), kReadable);
   QToolTip::hideText();
 }
 
