@@ -1,8 +1,10 @@
 #include "platform/drawing/picture.h"
 
 #include <QCache>
+#include <QFile>
 #include <QHash>
 #include <QImage>
+#include <QImageReader>
 #include <QPainter>
 #include <cmath>
 
@@ -101,10 +103,13 @@ QPixmap PictureOf(const std::vector<Stroke>& strokes, Color background, int widt
   return picture;
 }
 
-QPixmap StoredPicture(const std::string& name) {
+QPixmap StoredPicture(const std::string& name, double scale) {
   const QString path = QtText(":/pictures/" + name);
-  QPixmap finer(path + "@2x.png");
-  return size_factor > 1 && !finer.isNull() ? finer : QPixmap(path + ".png");
+  const QString finer = path + "@2x.png";
+  // Left to find out the format, the toolkit loads all its plug-ins for other ones.
+  QImageReader reader(scale > 1 && QFile::exists(finer) ? finer : path + ".png", "png");
+  reader.setAutoDetectImageFormat(false);
+  return QPixmap::fromImageReader(&reader);
 }
 
 }  // namespace morva

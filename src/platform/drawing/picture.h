@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "platform/drawing/pixels.h"
 #include "platform/drawing/surface.h"
 
 namespace morva {
@@ -12,7 +13,7 @@ namespace morva {
 /// Equal strokes share one picture.
 QPixmap PictureOf(const std::vector<Stroke>& strokes, Color background, int width, int height, double scale);
 
-/// The stored picture of that name; empty where there is none.
-QPixmap StoredPicture(const std::string& name);
+/// The stored picture of that name, the finer one of two where it will be scaled up; empty where there is none.
+QPixmap StoredPicture(const std::string& name, double scale = size_factor);
 
 }  // namespace morva

@@ -10,6 +10,7 @@
 #include <optional>
 
 #include "platform/controls/control.h"
+#include "platform/drawing/picture.h"
 #include "platform/drawing/pixels.h"
 #include "platform/window/native_window.h"
 
@@ -132,7 +133,7 @@ QCursor Hand(const QWidget& window) {
   constexpr int kFingertip = 20;
   const double scale = window.devicePixelRatioF();
   const double dots = scale * size_factor;  // a pixel of the layout
-  QPixmap hand(dots > 1 ? ":/pictures/hand@2x.png" : ":/pictures/hand.png");
+  QPixmap hand = StoredPicture("hand", dots);
   const int side = qRound(kSide * dots);
   if (hand.width() != side) hand = hand.scaled(side, side, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
   hand.setDevicePixelRatio(scale);

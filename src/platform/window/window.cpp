@@ -3,8 +3,10 @@
 #include <QApplication>
 #include <QIcon>
 #include <algorithm>
+#include <string>
 #include <vector>
 
+#include "platform/drawing/picture.h"
 #include "platform/window/drag.h"
 #include "platform/window/native_window.h"
 
@@ -19,7 +21,7 @@ std::vector<Form*>& LoadedForms() {
 
 QIcon ProgramIcon() {
   QIcon icon;
-  for (const int size : {16, 32, 48, 64, 128, 256}) icon.addFile(QString(":/pictures/icon-%1.png").arg(size));
+  for (const int size : {16, 32, 48, 64, 128, 256}) icon.addPixmap(StoredPicture("icon-" + std::to_string(size)));
   return icon;
 }
 
