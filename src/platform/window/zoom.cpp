@@ -152,17 +152,24 @@ bool TakesWheel(QWheelEvent& event) {
   return true;
 }
 
+int MenuHeight() {
+  QMenuBar bar;
+  bar.setFont(ProgramFont(9));
+  bar.addAction("M");
+  return bar.sizeHint().height();
+}
+
 }  // namespace
 
 void Zoom::BeginFor(double client_width, double client_height) {
   constexpr QSize kFrame(10, 36);  // pixels; what the window manager really draws shows only later
   const QSize room = QGuiApplication::primaryScreen()->availableSize() - kFrame;
+  constexpr int kHighBar = 100;  // pixels; no menu is as high
   size_factor = 1;
-  QMenuBar bar;
-  bar.setFont(ProgramFont(9));
-  bar.addAction("M");
-  const int height = ToPixels(client_height) + bar.sizeHint().height();
-  if (ToPixels(client_width) > room.width() || height > room.height()) size_factor = kSteps.front();
+  const int width = ToPixels(client_width), height = ToPixels(client_height);
+  // Measuring the menu takes fonts, which take as long to find as all else before the first window.
+  const bool ample = height + kHighBar <= room.height();
+  if (width > room.width() || (!ample && height + MenuHeight() > room.height())) size_factor = kSteps.front();
   QApplication::setFont(ProgramFont());
 }
 
