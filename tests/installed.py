@@ -14,7 +14,7 @@ FOLDER = tempfile.TemporaryDirectory(prefix="morva-installed-")
 SHARE = Path(FOLDER.name, "usr", "share")
 os.environ["MORVA"] = str(SHARE.parent / "bin" / "morva")
 
-from desk import Desk, check, own_network, run  # noqa: E402
+from desk import Desk, awaited, check, own_network, run  # noqa: E402
 from player import PROGRAM, Player  # noqa: E402
 
 VERSION = re.search(r"project\(morva VERSION (\S+)", (ROOT / "CMakeLists.txt").read_text())[1]
@@ -59,6 +59,9 @@ def two_copies_play_and_show_the_manual():
         bob.join("127.0.0.1")
         ann.window("Ann")
         ann.window("Morva - Ann").activate()
+        desk.type("x")
+        part = str(SHARE.parent / "lib") + r"/\S*morva/morva-sound\.so"
+        awaited(lambda: re.search(part, Path(f"/proc/{ann.process.pid}/maps").read_text()), "the key is to be heard")
         desk.keys("F1")
         ann.window("Instructions")
         for player, folder in (ann, SHARE / "games" / "morva"), (bob, bob.folder):

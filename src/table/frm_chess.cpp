@@ -2,7 +2,6 @@
 
 #include "net/frm_control.h"
 #include "platform/application.h"
-#include "platform/system/sound.h"
 #include "platform/window/announce.h"
 #include "table/frm_tool_window.h"
 
@@ -16,7 +15,6 @@ FrmChess::FrmChess()
                   .on_task_bar = true}) {
   LayOut();
   ConnectEvents();
-  PrepareSound();
 }
 
 void FrmChess::LayOut() {
