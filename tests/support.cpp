@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include "extras/about.h"
+#include "files/file_menus.h"
 #include "platform/application.h"
 #include "table/frm_chess.h"
 
@@ -11,6 +13,10 @@ int main(int argc, char** argv) {
   testing::InitGoogleTest(&argc, argv);
   Application application(argc, argv);
   game_window = []() -> GameWindow& { return *frmChess; };
+  frmChess.made = [](FrmChess& window) {
+    ConnectFileMenus(window);
+    ConnectHelpMenu(window);
+  };
   end_program = [] { throw Ended(); };
   return RUN_ALL_TESTS();
 }

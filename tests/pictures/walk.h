@@ -5,10 +5,8 @@
 #include <QStyle>
 #include <QTemporaryDir>
 
-#include "extras/about.h"
 #include "extras/frm_about_chess.h"
 #include "extras/frm_author.h"
-#include "files/file_menus.h"
 #include "files/frm_instructions.h"
 #include "net/frm_splash.h"
 #include "painting/coordinates.h"
@@ -40,19 +38,12 @@ class Walk : public GameTest {
   /// Told the situation's name and what is seen in it.
   using Look = std::function<void(const std::string& name, QWidget& seen)>;
 
-  void SetUp() override {
-    QApplication::setCursorFlashTime(0);
-    frmChess.made = [](FrmChess& window) {
-      ConnectFileMenus(window);
-      ConnectHelpMenu(window);
-    };
-  }
+  void SetUp() override { QApplication::setCursorFlashTime(0); }
 
   void TearDown() override {
     Unload(frmSplash);
     Unload(frmCoords);
     GameTest::TearDown();
-    frmChess.made = nullptr;
   }
 
   void Go(const Look& look) {
