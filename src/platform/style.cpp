@@ -85,6 +85,13 @@ int Style::pixelMetric(PixelMetric metric, const QStyleOption* option, const QWi
   return usual > 0 ? std::max(1, ToPixels(usual * kTwipsPerPixel)) : usual;
 }
 
+QIcon Style::standardIcon(StandardPixmap kind, const QStyleOption* option, const QWidget* widget) const {
+  // For the items that a menu bar has no room for. Here all of them fit, and to read the icon the toolkit would load
+  // its plug-ins for every format of pictures.
+  if (kind == SP_ToolBarHorizontalExtensionButton) return {};
+  return QProxyStyle::standardIcon(kind, option, widget);
+}
+
 int Style::styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
                      QStyleHintReturn* answer) const {
   if (hint == SH_DialogButtonBox_ButtonsHaveIcons) return 0;

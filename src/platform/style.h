@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QIcon>
 #include <QProxyStyle>
 
 namespace morva {
@@ -19,6 +20,7 @@ class Style : public QProxyStyle {
   void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
                      const QWidget* widget) const override;
   int pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const override;
+  QIcon standardIcon(StandardPixmap kind, const QStyleOption* option, const QWidget* widget) const override;
   int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
                 QStyleHintReturn* answer) const override;
 };
