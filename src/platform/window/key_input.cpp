@@ -30,12 +30,18 @@ Key KeyOf(const QKeyEvent& event) {
   return known == std::end(kKeys) ? Key::kOther : known->second;
 }
 
+// It is held for another key, or for the wheel, and says nothing by itself.
+bool IsModifier(int key) {
+  return (key >= Qt::Key_Shift && key <= Qt::Key_ScrollLock) || key == Qt::Key_Super_L || key == Qt::Key_Super_R ||
+         key == Qt::Key_AltGr;
+}
+
 }  // namespace
 
 bool TakeKey(const QWidget& receiver, NativeWindow& window, const QKeyEvent& event) {
   // What the control with the focus leaves alone comes by once more for each widget that it stands on.
   const QWidget* focus = window.focusWidget();
-  if (&receiver != (focus != nullptr ? focus : &window)) return false;
+  if (&receiver != (focus != nullptr ? focus : &window) || IsModifier(event.key())) return false;
   const bool menu = event.key() == Qt::Key_F10 && event.modifiers() == Qt::ShiftModifier;
   const Key key = menu ? Key::kMenu : KeyOf(event);
   const int shift = menu ? 0 : ShiftOf(event.modifiers());
