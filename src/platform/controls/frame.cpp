@@ -3,6 +3,7 @@
 #include <QPainter>
 
 #include "platform/controls/native.h"
+#include "platform/drawing/fonts.h"
 #include "platform/drawing/pixels.h"
 #include "platform/system/qt_text.h"
 
@@ -16,10 +17,13 @@ class TitledBox : public QWidget {
 
  protected:
   void paintEvent(QPaintEvent* /*event*/) override {
-    const QFontMetrics metrics(font());
+    const int left = ToPixels(120), margin = ToPixels(45);
+    const QFont fitted = Fitted(font(), title, width() - left - 2 * margin);
+    const QFontMetrics metrics(fitted);
     const QRect box = rect().adjusted(0, metrics.height() / 2, -1, -1);
-    const QRect text(ToPixels(120), 0, metrics.horizontalAdvance(title) + ToPixels(90), metrics.height());
+    const QRect text(left, 0, metrics.horizontalAdvance(title) + 2 * margin, metrics.height());
     QPainter painter(this);
+    painter.setFont(fitted);
     painter.setClipRegion(QRegion(rect()) - text);
     painter.setPen(palette().color(QPalette::Light));
     painter.drawRect(box.adjusted(1, 1, 0, 0));

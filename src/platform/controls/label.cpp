@@ -23,15 +23,11 @@ class FittingLabel : public QLabel {
   explicit FittingLabel(const Label& label) : label_(label) {}
 
   void Fit(const QFont& wanted) {
-    constexpr int kNarrowest = 75;  // per cent
-    constexpr int kSmallest = 5;    // pixels
+    constexpr int kSmallest = 5;  // pixels
     wanted_ = wanted;
-    QFont fitted = wanted;
-    const QFontMetrics metrics(wanted);
-    const int needed = metrics.horizontalAdvance(text());
-    const bool one_line = height() < 2 * metrics.lineSpacing();
-    if (one_line && needed > width() && width() > 0) fitted.setStretch(std::max(kNarrowest, 99 * width() / needed));
-    while (fitted.pixelSize() > kSmallest && !Fits(fitted, one_line)) fitted.setPixelSize(fitted.pixelSize() - 1);
+    const bool one_line = height() < 2 * QFontMetrics(wanted).lineSpacing();
+    QFont fitted = one_line ? Fitted(wanted, text(), width()) : wanted;
+    while (!one_line && fitted.pixelSize() > kSmallest && !Fits(fitted)) fitted.setPixelSize(fitted.pixelSize() - 1);
     if (fitted != font()) setFont(fitted);
   }
 
@@ -59,10 +55,8 @@ class FittingLabel : public QLabel {
  private:
   int Flags() const { return static_cast<int>(alignment()) | Qt::TextWordWrap; }
 
-  bool Fits(const QFont& font, bool one_line) const {
-    const QFontMetrics metrics(font);
-    if (one_line) return metrics.horizontalAdvance(text()) <= width();
-    return rect().contains(metrics.boundingRect(rect(), Flags(), text()));
+  bool Fits(const QFont& font) const {
+    return rect().contains(QFontMetrics(font).boundingRect(rect(), Flags(), text()));
   }
 
   double NeededContrast() const {

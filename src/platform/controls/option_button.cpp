@@ -2,13 +2,14 @@
 
 #include <QButtonGroup>
 #include <QKeyEvent>
-#include <QPainter>
 #include <QRadioButton>
 #include <QStyle>
 #include <QStyleOptionButton>
+#include <QStylePainter>
 
 #include "platform/controls/native.h"
 #include "platform/drawing/edge.h"
+#include "platform/drawing/fonts.h"
 #include "platform/system/qt_text.h"
 
 namespace morva {
@@ -26,12 +27,14 @@ class GroupedButton : public QRadioButton {
   }
 
  protected:
-  void paintEvent(QPaintEvent* event) override {
-    QRadioButton::paintEvent(event);
-    if (!hasFocus()) return;
+  void paintEvent(QPaintEvent* /*event*/) override {
     QStyleOptionButton option;
     initStyleOption(&option);
-    QPainter painter(this);
+    QStylePainter painter(this);
+    const QRect caption = style()->subElementRect(QStyle::SE_RadioButtonContents, &option, this);
+    painter.setFont(Fitted(font(), text(), caption.width()));
+    painter.drawControl(QStyle::CE_RadioButton, option);
+    if (!hasFocus()) return;
     PaintFocusRing(painter, style()->subElementRect(QStyle::SE_RadioButtonFocusRect, &option, this), 1);
   }
 
