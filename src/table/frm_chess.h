@@ -57,6 +57,8 @@ class FrmChess : public GameWindow {
   /// Gives the keys to the cursor's square, or to the chat line.
   void FocusBoard();
   void FocusChat();
+  /// Hands over the turn, or takes it back.
+  void PassTurn();
 
   /// Adds a line to the chat log.
   void out(const std::string& s) override;
@@ -88,7 +90,6 @@ class FrmChess : public GameWindow {
   void PutBack();
   void Carry(std::optional<int> from);
   void OpenChangeDialog(int Index, float X, float Y);
-  void PassTurn();
   void ClearMarks();
 
   void cmdShowCoord_MouseDown();

@@ -17,6 +17,7 @@ FrmShowMove::FrmShowMove()
             .close_box = false,
             .start = FormStyle::Start::kByCode,
             .round = true,
+            .within_owner = true,
             .left = -10005,
             .top = 10005}) {
   BackColor = kBlack;

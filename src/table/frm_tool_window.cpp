@@ -142,6 +142,10 @@ bool FrmToolWindow::Form_KeyDown(Key key, int Shift) {
     OpenMenuAt(kRightButton, 0, lstHist.Top());
     return true;
   }
+  if (key == Key::kT && Shift == kCtrlKey) {
+    frmChess->PassTurn();
+    return true;
+  }
   if (key != Key::kF6 || (Shift & ~kShiftKey) != 0 || !frmChess->Enabled()) return false;
   Shift == kShiftKey ? frmChess->FocusBoard() : frmChess->FocusChat();
   return true;

@@ -49,6 +49,13 @@ bool IsShortcutOf(const QWidget& window, const QKeyEvent& key) {
                      [&](const QAction* action) { return action->shortcut() == pressed; });
 }
 
+// The shortcuts of a window act in its tool window, too: not while it takes no input.
+bool IsShortcutOfDisabled(const NativeWindow& window, const QEvent& event) {
+  if (event.type() != QEvent::ShortcutOverride || window.windowType() != Qt::Tool) return false;
+  const NativeWindow* owner = NativeWindow::Of(window.parentWidget());
+  return owner != nullptr && !owner->takes_input;
+}
+
 bool BeginsDrag(const QWidget& widget, const QEvent& event) {
   if (event.type() != QEvent::MouseButtonPress && event.type() != QEvent::MouseButtonDblClick) return false;
   const auto& press = static_cast<const QMouseEvent&>(event);
@@ -78,7 +85,7 @@ bool InputGate::eventFilter(QObject* receiver, QEvent* event) {
   if (Drag::Takes(widget, *event)) return true;
   NativeWindow* window = NativeWindow::Of(&widget);
   if (!input) return false;
-  if (window != nullptr && !window->takes_input) {
+  if (window != nullptr && (!window->takes_input || IsShortcutOfDisabled(*window, *event))) {
     // An accepted override keeps a shortcut from acting; an ignored close keeps the window.
     event->setAccepted(event->type() != QEvent::Close);
     return true;
