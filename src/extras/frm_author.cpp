@@ -20,7 +20,8 @@ FrmAuthor::FrmAuthor()
             .scale_height = 2895,
             .close_box = false,
             .title_bar = false,
-            .start = FormStyle::Start::kByCode}) {
+            .start = FormStyle::Start::kByCode,
+            .within_owner = true}) {
   Place({
       {photo, 4200, 0, 1485, 1815},
       {lblPhoto, 4320, 1965, 1215, 795, "The king,\nat home on E8."},
@@ -48,9 +49,14 @@ void FrmAuthor::Form_Load() {
   FrmAboutChess& about = *frmAboutChess;
   BelongTo(about);
   photo.Picture = about.photo.Picture();
+  Form_Resize();
+  about.Enabled = false;
+}
+
+void FrmAuthor::Form_Resize() {
+  const FrmAboutChess& about = *frmAboutChess;
   Left = about.Left() + about.ClientLeft() + about.photo.Left() - ClientLeft() - photo.Left();
   Top = about.Top() + about.ClientTop() + about.photo.Top() - ClientTop() - photo.Top();
-  about.Enabled = false;
 }
 
 void FrmAuthor::Form_Activate() {

@@ -20,6 +20,7 @@ class FrmAuthor : public Form {
 
   void Form_Load() override;
   void Form_Activate() override;
+  void Form_Resize() override;
   bool Form_KeyDown(Key key, int Shift) override;
   void Form_SysColorsChanged() override { Form_Activate(); }
 

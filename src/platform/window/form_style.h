@@ -17,8 +17,9 @@ struct FormStyle {
   bool escape_closes = false;  ///< Escape closes it, as the close box does
   bool title_bar = true;
   enum class Start { kCentred, kByCode } start = Start::kCentred;
-  bool round = false;        ///< an ellipse that fills the client area; the window manager takes no part in it
-  double left = 0, top = 0;  ///< with Start::kByCode: twips on the screen
+  bool round = false;         ///< an ellipse that fills the client area; the window manager takes no part in it
+  bool within_owner = false;  ///< lies within the window that it belongs to, moves with it, and finds its place itself
+  double left = 0, top = 0;   ///< with Start::kByCode: twips on the screen
 };
 
 }  // namespace morva

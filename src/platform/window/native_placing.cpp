@@ -135,7 +135,7 @@ void NativeWindow::MoveTo(QPoint corner) {
   asked_ = place_ = corner;
   const QRect place(corner, OuterSize());
   if (!isWindow()) {
-    move(parentWidget()->mapFromGlobal(corner));
+    move(corner - parentWidget()->mapToGlobal(QPoint()));  // the way back would round otherwise
   } else if (InSight(place)) {
     const QPoint nearest = place_ = WhollyOn(ScreenFor(place)->availableGeometry(), place);
     if (isVisible()) {  // the widget itself is slow to learn of its frame
@@ -225,7 +225,7 @@ void NativeWindow::ShowWhereSeen() {
 }
 
 void NativeWindow::BelongTo(NativeWindow& owner) {
-  const bool part = style_.round || (!style_.title_bar && !PlacesWindows());
+  const bool part = style_.within_owner || (!style_.title_bar && !PlacesWindows());
   setParent(&owner, part ? Qt::SubWindow : windowFlags());
 }
 

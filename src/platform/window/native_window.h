@@ -30,6 +30,7 @@ class NativeWindow : public QWidget {
   static NativeWindow* Of(const QWidget* widget);
 
   FormEvents& Events() { return events_; }
+  const FormStyle& Style() const { return style_; }
   QWidget& Client() { return client_; }
   QMenuBar& Bar();
 

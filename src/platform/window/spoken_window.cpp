@@ -11,8 +11,12 @@ namespace morva {
 namespace {
 
 QAccessible::Role RoleOf(const QWidget& window) {
-  return window.windowType() == Qt::Dialog ? QAccessible::Dialog : QAccessible::Window;
+  const Qt::WindowType type = window.windowType();
+  return type == Qt::Dialog || type == Qt::SubWindow ? QAccessible::Dialog : QAccessible::Window;
 }
+
+// The marker of the last move is only looked at.
+bool IsDecoration(const NativeWindow& window) { return window.Style().round; }
 
 class WindowInterface : public SpokenContainer {
  public:
@@ -27,18 +31,20 @@ class WindowInterface : public SpokenContainer {
 
   QAccessible::State state() const override {
     QAccessible::State state = SpokenContainer::state();
-    // The marker of the last move.
-    if (widget()->windowType() == Qt::ToolTip) state.invisible = 1;
+    if (IsDecoration(window_)) state.invisible = 1;
     return state;
   }
 
  protected:
   QObjectList Children() const override {
     QObjectList children;
+    QObjectList over;  // windows that are a part of this one
     for (QObject* child : widget()->children()) {
       if (qobject_cast<QMenuBar*>(child) != nullptr || IsStatusBar(child)) children << child;
+      const auto* part = dynamic_cast<const NativeWindow*>(child);
+      if (part != nullptr && !part->isWindow() && part->isVisible() && !IsDecoration(*part)) over << child;
     }
-    return children << &window_.Client();
+    return children << &window_.Client() << over;
   }
 
  private:
