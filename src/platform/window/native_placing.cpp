@@ -12,6 +12,7 @@
 
 #include "platform/drawing/fonts.h"
 #include "platform/drawing/pixels.h"
+#include "platform/window/zoom.h"
 
 // Where a window stands, how large it is, what lies before what, and whether it is seen.
 
@@ -129,7 +130,7 @@ void NativeWindow::resizeEvent(QResizeEvent* /*event*/) {
   if (!loading) events_.Form_Resize();
 }
 
-void NativeWindow::MoveTo(QPoint corner) {
+void NativeWindow::MoveTo(QPoint corner, const QRect& around) {
   placed_ = true;
   centred_ = false;
   asked_ = place_ = corner;
@@ -137,7 +138,9 @@ void NativeWindow::MoveTo(QPoint corner) {
   if (!isWindow()) {
     move(corner - parentWidget()->mapToGlobal(QPoint()));  // the way back would round otherwise
   } else if (InSight(place)) {
-    const QPoint nearest = place_ = WhollyOn(ScreenFor(place)->availableGeometry(), place);
+    const QRect screen = ScreenFor(place)->availableGeometry();
+    const QPoint shift = around.isNull() ? QPoint() : WhollyOn(screen, around) - around.topLeft();
+    const QPoint nearest = place_ = WhollyOn(screen, place.translated(shift));
     if (isVisible()) {  // the widget itself is slow to learn of its frame
       const QMargins frame = windowHandle()->frameMargins();
       windowHandle()->setPosition(nearest + QPoint(frame.left(), frame.top()));
@@ -190,6 +193,14 @@ void NativeWindow::AwaitActivation() {
   if ((!framed || !isActiveWindow()) && --looks_left_ > 0) return activation_.start(kLookMs);
   if (!framed && !Frame()) Frame() = QMargins();
   Activated();
+}
+
+void NativeWindow::Activated() {
+  activation_.stop();
+  if (!shown_) return;
+  events_.Form_Activate();
+  events_.Form_GotFocus();
+  if (Frame()) Zoom::FrameIsKnown(QSize(0, 0).grownBy(*Frame()));
 }
 
 void NativeWindow::SetShown(bool shown) {

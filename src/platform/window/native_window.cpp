@@ -188,13 +188,6 @@ void NativeWindow::FocusFirstStop() const {
   if (first != tab_order_.end()) (*first)->setFocus();
 }
 
-void NativeWindow::Activated() {
-  activation_.stop();
-  if (!shown_) return;
-  events_.Form_Activate();
-  events_.Form_GotFocus();
-}
-
 bool NativeWindow::ClientMouse(const QMouseEvent& event) {
   // What a control lets through is not meant for the window.
   if (client_.childAt(event.position().toPoint()) != nullptr) return true;

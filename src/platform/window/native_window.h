@@ -33,14 +33,15 @@ class NativeWindow : public QWidget {
   const FormStyle& Style() const { return style_; }
   QWidget& Client() { return client_; }
   QMenuBar& Bar();
+  bool HasMenu() const { return bar_ != nullptr; }
 
   /// Sets the client area, and with it what the user may do to the size.
   void SizeClient(QSizeF twips);
   QSizeF ClientTwips() const { return client_twips_; }
   /// Takes up the size of everything, which has changed; it stays where it is.
   void Rescale();
-  /// Puts it there, or as near as it takes to be wholly on the screen.
-  void MoveTo(QPoint corner);
+  /// Puts it there, or as near as it takes to be wholly on the screen, and with it, if there is room, all of `around`.
+  void MoveTo(QPoint corner, const QRect& around = {});
   bool Placed() const { return placed_; }
   QPoint Corner() const;
   /// Where it would be if the screen were large enough for all that it was told.

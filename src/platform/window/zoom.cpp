@@ -8,6 +8,8 @@
 #include <QWindow>
 #include <algorithm>
 #include <array>
+#include <optional>
+#include <utility>
 #include <vector>
 
 #include "platform/controls/control.h"
@@ -23,6 +25,9 @@ namespace {
 constexpr std::array<double, 6> kSteps{0.75, 1, 1.25, 1.5, 2, 3};
 constexpr int kWheelStep = 120;  // eighths of a degree
 
+// What has to fit the screen, until the user chooses a size or the frame is known: the client area, in twips.
+std::optional<QSizeF> to_fit;
+
 std::vector<NativeWindow*> Windows() {
   std::vector<NativeWindow*> windows;
   const QWidgetList all = QApplication::allWidgets();
@@ -32,43 +37,47 @@ std::vector<NativeWindow*> Windows() {
   return windows;
 }
 
-// The window that stays where it is: the main one, before there is one any that is seen.
+// The window that stays where it is: the main one, which has a menu; before there is one any that is seen.
 NativeWindow* Anchor(const std::vector<NativeWindow*>& windows) {
   NativeWindow* anchor = nullptr;
+  const auto rank = [](const NativeWindow& window) {
+    return window.HasMenu() ? 2 : window.windowType() == Qt::Window ? 1 : 0;
+  };
   for (NativeWindow* window : windows) {
-    if (window->isVisible() && window->isWindow() && (anchor == nullptr || window->windowType() == Qt::Window))
-      anchor = window;
+    if (!window->isVisible() || !window->isWindow()) continue;
+    if (anchor == nullptr || rank(*window) > rank(*anchor)) anchor = window;
   }
   return anchor;
 }
 
-QPoint ClientCorner(NativeWindow& window) {
+// The client area's corner within the frame.
+QPoint ClientPlace(NativeWindow& window) {
   const QMargins frame = window.windowHandle()->frameMargins();
-  return window.Corner() + QPoint(frame.left(), frame.top()) + window.Client().pos();
+  return QPoint(frame.left(), frame.top()) + window.Client().pos();
 }
 
-QRect Outer(const NativeWindow& window) { return {window.Corner(), window.OuterSize()}; }
-
-// Where the corner of another window goes: one that stands over the anchor, or is to fly over it, keeps its place on
-// the client area, one at its right keeps to the frame, which does not grow.
+// Where the corner of another window goes, from the anchor's: one that stands over the anchor, or is to fly over it,
+// keeps its place on the client area, one at its right keeps to the frame, which does not grow.
 class Places {
  public:
   explicit Places(NativeWindow& anchor)
-      : anchor_(anchor), frame_(Outer(anchor)), client_(ClientCorner(anchor)), factor_(size_factor) {}
+      : anchor_(anchor),
+        frame_(anchor.Corner(), anchor.OuterSize()),
+        client_(anchor.Corner() + ClientPlace(anchor)),
+        factor_(size_factor) {}
 
   QPoint Moved(QPoint corner) const {
     const double ratio = size_factor / factor_;
-    const QRect frame = Outer(anchor_);
     if (corner.x() >= frame_.right()) {
       const QPoint beside(frame_.right() + 1, frame_.top());
-      return QPoint(frame.right() + 1, frame.top()) + (corner - beside) * ratio;
+      return QPoint(anchor_.OuterSize().width(), 0) + (corner - beside) * ratio;
     }
-    return ClientCorner(anchor_) + (corner - client_) * ratio;
+    return ClientPlace(anchor_) + (corner - client_) * ratio;
   }
 
   // Where the twips of the screen begin, so that what is measured on the client area goes on being true.
   QPoint Origin() const {
-    return ClientCorner(anchor_) - (client_ - NativeWindow::screen_origin) * (size_factor / factor_);
+    return anchor_.Corner() + ClientPlace(anchor_) - (client_ - NativeWindow::screen_origin) * (size_factor / factor_);
   }
 
  private:
@@ -103,12 +112,19 @@ void Resize(double factor) {
   const QSize grown = (anchor->OuterSize() - old_size) / 2;
   const auto seen = [](const NativeWindow* window) { return window->isVisible(); };
   if (std::count_if(windows.begin(), windows.end(), seen) == 1) corner -= QPoint(grown.width(), grown.height());
-  anchor->MoveTo(corner);
+  // It makes room for its tool window.
+  QRect all(corner, anchor->OuterSize());
+  for (std::size_t i = 0; i < windows.size(); ++i) {
+    const bool beside = windows[i]->isVisible() && windows[i]->windowType() == Qt::Tool;
+    if (!beside || windows[i]->screen() != anchor->screen()) continue;
+    all |= QRect(corner + places.Moved(corners[i]), windows[i]->OuterSize());
+  }
+  anchor->MoveTo(corner, all);
   NativeWindow::screen_origin = places.Origin();
   const QRect screens = anchor->screen()->virtualGeometry();
   for (std::size_t i = 0; i < windows.size(); ++i) {
-    if (windows[i] == anchor || !windows[i]->Placed()) continue;
-    corner = places.Moved(corners[i]);
+    if (windows[i] == anchor || !windows[i]->Placed() || windows[i]->Style().within_owner) continue;
+    corner = anchor->Corner() + places.Moved(corners[i]);
     if (windows[i]->isVisible()) corner = {std::max(corner.x(), screens.left()), std::max(corner.y(), screens.top())};
     windows[i]->MoveTo(corner);
   }
@@ -138,6 +154,7 @@ bool TakesKey(QKeyEvent& event) {
     default:
       return false;
   }
+  to_fit.reset();
   event.accept();
   return true;
 }
@@ -148,6 +165,7 @@ bool TakesWheel(QWheelEvent& event) {
   turned += event.angleDelta().y();
   for (; turned >= kWheelStep; turned -= kWheelStep) Step(1);
   for (; turned <= -kWheelStep; turned += kWheelStep) Step(-1);
+  to_fit.reset();
   event.accept();
   return true;
 }
@@ -159,18 +177,33 @@ int MenuHeight() {
   return bar.sizeHint().height();
 }
 
+// The largest step up to 100 per cent at which what has to fit does, within a frame.
+double FittingStep(QSize frame) {
+  const double now = std::exchange(size_factor, 1);
+  constexpr int kHighBar = 100;  // pixels; no menu is as high
+  const QSize room = QGuiApplication::primaryScreen()->availableSize() - frame;
+  const int width = ToPixels(to_fit->width()), height = ToPixels(to_fit->height());
+  // Measuring the menu takes fonts, which take as long to find as all else before the first window.
+  const bool ample = height + kHighBar <= room.height();
+  const bool fits = width <= room.width() && (ample || height + MenuHeight() <= room.height());
+  size_factor = now;
+  return fits ? 1 : kSteps.front();
+}
+
 }  // namespace
 
 void Zoom::BeginFor(double client_width, double client_height) {
-  constexpr QSize kFrame(10, 36);  // pixels; what the window manager really draws shows only later
-  const QSize room = QGuiApplication::primaryScreen()->availableSize() - kFrame;
-  constexpr int kHighBar = 100;  // pixels; no menu is as high
-  size_factor = 1;
-  const int width = ToPixels(client_width), height = ToPixels(client_height);
-  // Measuring the menu takes fonts, which take as long to find as all else before the first window.
-  const bool ample = height + kHighBar <= room.height();
-  if (width > room.width() || (!ample && height + MenuHeight() > room.height())) size_factor = kSteps.front();
+  to_fit.emplace(client_width, client_height);
+  constexpr QSize kUsualFrame(10, 36);  // pixels
+  size_factor = FittingStep(kUsualFrame);
   QApplication::setFont(ProgramFont());
+}
+
+void Zoom::FrameIsKnown(QSize frame) {
+  if (!to_fit) return;
+  const double step = FittingStep(frame);
+  to_fit.reset();
+  Resize(step);
 }
 
 bool Zoom::Takes(QEvent& event) {
