@@ -47,8 +47,9 @@ def in_front(ann, peer, window):
         ann.menu("alt+h", "a")
         about = ann.window("About Morva 1.0.185")
         if window == "the author":
+            before = about.picture()
             about.click(5715, 840, 1485, 1815)
-            ann.window((379, 193))
+            awaited(lambda: about.picture() != before, "the author window")
     elif window == "the question about overwriting":
         (ann.folder / "kept.mrv").touch()
         ann.keys("F2")

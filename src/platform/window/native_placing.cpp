@@ -212,7 +212,7 @@ void NativeWindow::SetShown(bool shown) {
 // A window that is placed out of sight is not shown, whatever the window manager thinks of such places.
 void NativeWindow::ShowWhereSeen() {
   const bool seen = shown_ && InSight({place_, OuterSize()});
-  if (seen == isVisible()) return;
+  if (seen != isHidden()) return;
   const bool had_keys = isActiveWindow();
   if (seen && !isWindow()) had_focus_ = window()->focusWidget();
   setVisible(seen);
@@ -226,7 +226,8 @@ void NativeWindow::ShowWhereSeen() {
   }
   if (!isWindow()) raise();
   if (style_.round) return;
-  if (text_line != nullptr && Of(text_line) != this) {
+  const bool types_elsewhere = text_line != nullptr && Of(text_line) != this;
+  if (types_elsewhere || (!isWindow() && tab_order_.empty())) {
     client_.setFocus();  // no control uses up what is typed
   } else if (focusWidget() == nullptr || !isWindow()) {
     FocusFirstStop();
