@@ -28,6 +28,27 @@ QColor Outline(const QPalette& palette) {
   return QtColor(Readable(kGrey, WindowOf(palette), kReadableLarge));
 }
 
+constexpr int kSignSide = 32;  // pixels of the layout
+
+void DrawStop(QPainter& painter) {
+  painter.setPen(Qt::NoPen);
+  painter.setBrush(QColor(0xD4, 0x10, 0x10));
+  painter.drawEllipse(QRectF(1, 1, 30, 30));
+  painter.setPen(QPen(Qt::white, 4.5, Qt::SolidLine, Qt::RoundCap));
+  painter.drawLine(QLineF(10.5, 10.5, 21.5, 21.5));
+  painter.drawLine(QLineF(21.5, 10.5, 10.5, 21.5));
+}
+
+void DrawWarning(QPainter& painter) {
+  constexpr QPointF kCorners[] = {{16, 3}, {30, 28.5}, {2, 28.5}};
+  painter.setPen(QPen(Qt::black, 2.5, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+  painter.setBrush(QColor(0xFF, 0xD8, 0x20));
+  painter.drawPolygon(kCorners, 3);
+  painter.setPen(QPen(Qt::black, 3.5, Qt::SolidLine, Qt::RoundCap));
+  painter.drawLine(QLineF(16, 11.5, 16, 19));
+  painter.drawPoint(QPointF(16, 24.5));
+}
+
 }  // namespace
 
 void Style::polish(QPalette& palette) {
@@ -80,6 +101,7 @@ void Style::drawPrimitive(PrimitiveElement element, const QStyleOption* option, 
 
 int Style::pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const {
   if (metric == PM_ExclusiveIndicatorWidth || metric == PM_ExclusiveIndicatorHeight) return ToPixels(180);
+  if (metric == PM_MessageBoxIconSize) return ToPixels(kSignSide * kTwipsPerPixel);
   if (metric == PM_RadioButtonLabelSpacing) return ToPixels(45);
   const int usual = QProxyStyle::pixelMetric(metric, option, widget);
   return usual > 0 ? std::max(1, ToPixels(usual * kTwipsPerPixel)) : usual;
@@ -89,7 +111,20 @@ QIcon Style::standardIcon(StandardPixmap kind, const QStyleOption* option, const
   // For the items that a menu bar has no room for. Here all of them fit, and to read the icon the toolkit would load
   // its plug-ins for every format of pictures.
   if (kind == SP_ToolBarHorizontalExtensionButton) return {};
-  return QProxyStyle::standardIcon(kind, option, widget);
+  if (kind != SP_MessageBoxCritical && kind != SP_MessageBoxWarning) {
+    return QProxyStyle::standardIcon(kind, option, widget);
+  }
+  const qreal scale = widget != nullptr ? widget->devicePixelRatioF() : qApp->devicePixelRatio();
+  const int dots = qRound(pixelMetric(PM_MessageBoxIconSize, option, widget) * scale);
+  QPixmap sign(dots, dots);
+  sign.fill(Qt::transparent);
+  QPainter painter(&sign);
+  painter.setRenderHint(QPainter::Antialiasing);
+  painter.scale(dots / double{kSignSide}, dots / double{kSignSide});
+  kind == SP_MessageBoxCritical ? DrawStop(painter) : DrawWarning(painter);
+  painter.end();
+  sign.setDevicePixelRatio(scale);
+  return sign;
 }
 
 int Style::styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,

@@ -20,6 +20,8 @@ class Style : public QProxyStyle {
   void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
                      const QWidget* widget) const override;
   int pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const override;
+  /// Draws the signs of message boxes itself: in the toolkit's size they would be small beside a large text, and
+  /// blurred.
   QIcon standardIcon(StandardPixmap kind, const QStyleOption* option, const QWidget* widget) const override;
   int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
                 QStyleHintReturn* answer) const override;
