@@ -62,11 +62,7 @@ class GameTest : public testing::Test {
     if (peer_) peer_->abort();
     server_.close();
     QTest::qWait(1);
-    Unload(frmChange);
-    Unload(frmShowMove);
-    Unload(frmChess);
-    Unload(frmControl);
-    Unload(frmWelcome);
+    UnloadAllWindows();
     QTest::qWait(1);
   }
 
@@ -76,16 +72,13 @@ class GameTest : public testing::Test {
     frmWelcome->txtNick.Text = "Ann";
     if (std::string(mode) == "host") frmWelcome->rdoHost.Value = true;
     frmControl->Show();
-    // The end of the program is an exception here, which must not go through the toolkit.
-    for (auto* end : {&frmControl->tcp.Closed, &frmControl->cmdCancel.Click}) {
-      *end = [this, inner = *end] {
-        try {
-          inner();
-        } catch (const Ended&) {
-          ++ended_;
-        }
-      };
-    }
+    frmControl->tcp.Closed = [this, closed = frmControl->tcp.Closed] {
+      try {
+        closed();
+      } catch (const Ended&) {  // which must not go through the toolkit
+        ++ended_;
+      }
+    };
   }
 
   /// Ann comes in as guest; the peer has not said a word.

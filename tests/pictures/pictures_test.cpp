@@ -9,9 +9,9 @@
 namespace morva {
 namespace {
 
-constexpr int kSameColour = 8;   // a channel may be so far off: processors round differently
-constexpr int kStrayPixels = 6;  // so many pixels may be further off
-constexpr int kCell = 32;        // pixels of the layout; where fonts are drawn in another way, such cells are compared
+constexpr int kSameColour = 8;           // a channel may be so far off: processors round differently
+constexpr std::size_t kStrayPixels = 6;  // so many pixels may be further off
+constexpr int kCell = 32;  // pixels of the layout; where fonts are drawn in another way, such cells are compared
 constexpr int kSameCell = 90;
 
 /// What the pictures depend on beside the program: the toolkit, and the font as the system draws it.
@@ -55,54 +55,45 @@ class Pictures : public Walk {
   void Judge(const std::string& name, QWidget& seen) {
     const QString file = QString::fromStdString(name) + ".png";
     EXPECT_TRUE(names_.insert(file).second) << name;
-    const bool toolkits = qobject_cast<QMenu*>(&seen) != nullptr || qobject_cast<QMessageBox*>(&seen) != nullptr;
+    const bool toolkits = seen.inherits("QMenu") || seen.inherits("QMessageBox") || seen.inherits("QTipLabel");
     if (!exact_ && !approving_ && toolkits) return;  // it lays them out by its fonts
     const QImage now = PictureOf(seen);
     const QImage approved = QImage(approved_.filePath(file)).convertToFormat(QImage::Format_RGB32);
-    const bool same_size = approved.size() == now.size();
-    const std::vector<QPoint> different = same_size ? Differences(now, approved) : std::vector<QPoint>();
-    if (same_size && different.size() <= (exact_ ? kStrayPixels : 0)) return;
+    const std::vector<QRect> different = Differences(now, approved);
+    if (different.size() <= (exact_ && approved.size() == now.size() ? kStrayPixels : 0)) return;
     if (approving_) return Save(now, approved_.filePath(file));
-    const QString kept = now_.filePath(file);
-    if (!same_size) {
-      Save(now, kept);
-      ADD_FAILURE() << name << (approved.isNull() ? " was never approved: " : " has another size than was approved: ")
-                    << kept.toStdString();
-      return;
-    }
-    QImage beside(now.width() * 3, now.height(), QImage::Format_RGB32);
+    QImage beside(approved.width() + 2 * now.width(), std::max(approved.height(), now.height()), QImage::Format_RGB32);
     QPainter painter(&beside);
-    for (int place = 0; place < 3; ++place) painter.drawImage(now.width() * place, 0, place == 0 ? approved : now);
-    const int side = exact_ ? 1 : kCell * Scale();
-    for (const QPoint point : different) {
-      painter.fillRect(QRect(point * side + QPoint(now.width() * 2, 0), QSize(side, side)), Qt::red);
-    }
+    painter.drawImage(0, 0, approved);
+    for (const int times : {0, 1}) painter.drawImage(approved.width() + times * now.width(), 0, now);
+    for (const QRect& place : different) painter.fillRect(place.translated(approved.width() + now.width(), 0), Qt::red);
     painter.end();
-    Save(beside, kept);
-    ADD_FAILURE() << name << " looks different: " << kept.toStdString()
-                  << " shows what was approved, what is seen now, "
-                  << "and in red where they differ, from " << different.front().x() * side << ", "
-                  << different.front().y() * side << " on";
+    Save(beside, now_.filePath(file));
+    ADD_FAILURE() << name << " looks different: " << now_.filePath(file).toStdString() << " shows what was approved, "
+                  << "what is seen now, and in red where they differ, from " << different.front().x() << ", "
+                  << different.front().y() << " on";
   }
 
-  /// The pixels that are not alike, or where fonts are drawn in another way the cells.
-  std::vector<QPoint> Differences(QImage now, QImage approved) const {
+  /// The pixels that are not alike, or where fonts are drawn in another way the cells; all where sizes are not alike.
+  std::vector<QRect> Differences(QImage now, QImage approved) const {
+    if (now.size() != approved.size()) return {now.rect()};
+    const int side = exact_ ? 1 : kCell * Scale();
     if (!exact_) {
       for (QImage* whole : {&now, &approved}) {
-        const QSize cells = whole->size() / (kCell * Scale()) + QSize(1, 1);
+        const QSize cells = whole->size() / side + QSize(1, 1);
         *whole = whole->scaled(cells, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
       }
     }
     const auto near = [most = exact_ ? kSameColour : kSameCell](int a, int b) { return std::abs(a - b) <= most; };
-    std::vector<QPoint> points;
+    std::vector<QRect> places;
     for (int y = 0; y < now.height(); ++y) {
       for (int x = 0; x < now.width(); ++x) {
         const QRgb a = now.pixel(x, y), b = approved.pixel(x, y);
         const bool alike = near(qRed(a), qRed(b)) && near(qGreen(a), qGreen(b)) && near(qBlue(a), qBlue(b));
-        if (!alike) points.emplace_back(x, y);
+        if (!alike) places.emplace_back(x * side, y * side, side, side);
       }
     }
-    return points;
+    return places;
   }
 
   static void Save(const QImage& picture, const QString& path) {

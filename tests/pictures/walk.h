@@ -4,6 +4,7 @@
 #include <QMenu>
 #include <QStyle>
 #include <QTemporaryDir>
+#include <QToolTip>
 
 #include "extras/frm_about_chess.h"
 #include "extras/frm_author.h"
@@ -11,24 +12,23 @@
 #include "net/frm_splash.h"
 #include "painting/coordinates.h"
 #include "platform/system/plain_files.h"
+#include "platform/system/qt_text.h"
 #include "tests/game.h"
 
 namespace morva {
 
 /// The desktop's colours: "light", "dark" or "contrast".
 inline QPalette Scheme(const std::string& name) {
-  QPalette palette = QApplication::style()->standardPalette();
-  if (name != "light") {
-    const bool dark = name == "dark";
-    palette = QPalette(dark ? QColor(0x35, 0x35, 0x35) : Qt::black, dark ? QColor(0x31, 0x31, 0x31) : Qt::black);
-    for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText}) {
-      palette.setColor(role, Qt::white);
-      palette.setColor(QPalette::Disabled, role, dark ? Qt::gray : Qt::green);
-    }
-    palette.setColor(QPalette::Base, dark ? QColor(0x23, 0x23, 0x23) : Qt::black);
-    palette.setColor(QPalette::Highlight, dark ? QColor(0x2A, 0x62, 0x9A) : Qt::yellow);
-    palette.setColor(QPalette::HighlightedText, dark ? Qt::white : Qt::black);
+  if (name == "light") return QApplication::style()->standardPalette();
+  const bool dark = name == "dark";
+  QPalette palette(dark ? 0x353535 : 0, dark ? 0x313131 : 0);
+  for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText}) {
+    palette.setColor(role, Qt::white);
+    palette.setColor(QPalette::Disabled, role, dark ? Qt::gray : Qt::green);
   }
+  palette.setColor(QPalette::Base, dark ? 0x232323 : 0);
+  palette.setColor(QPalette::Highlight, dark ? 0x2A629A : 0xFFFF00);
+  palette.setColor(QPalette::HighlightedText, dark ? Qt::white : Qt::black);
   return palette;
 }
 
@@ -41,8 +41,6 @@ class Walk : public GameTest {
   void SetUp() override { QApplication::setCursorFlashTime(0); }
 
   void TearDown() override {
-    Unload(frmSplash);
-    Unload(frmCoords);
     GameTest::TearDown();
   }
 
@@ -55,7 +53,7 @@ class Walk : public GameTest {
     Menus();
     Dialogs();
     server_.close();
-    Box("box-left", [this] {
+    Box("box-left", QMessageBox::No, [this] {
       peer_->abort();
       Await([this] { return ended_ > 0; });
     });
@@ -64,29 +62,19 @@ class Walk : public GameTest {
  private:
   void See(const std::string& name, Form& form) {
     form.Native()->activateWindow();  // after a box that is a window manager's task
-    EXPECT_TRUE(QTest::qWaitForWindowActive(form.Native())) << name;
+    EXPECT_TRUE(HasKeys(form)) << name;
     QTest::qWait(1);  // new lines show a turn of the event loop later
     look_(name, *form.Native());
   }
 
-  /// Looks at the box that comes up meanwhile, and presses its last button.
-  void Box(const std::string& name, const std::function<void()>& meanwhile) {
-    bool seen = false;
-    QTimer user;
-    user.callOnTimeout([&] {
-      QMessageBox* box = nullptr;
-      for (QWidget* window : QApplication::topLevelWidgets()) {
-        if (window->isVisible() && box == nullptr) box = qobject_cast<QMessageBox*>(window);
-      }
-      if (box == nullptr || seen) return;
-      seen = true;
-      EXPECT_TRUE(QTest::qWaitForWindowActive(box)) << name;
-      look_(name, *box);
-      box->buttons().back()->click();
+  /// Looks at the box that comes up meanwhile, and presses the button.
+  void Box(const std::string& name, QMessageBox::StandardButton button, const std::function<void()>& meanwhile) {
+    BoxUser user(button, [&] {
+      EXPECT_TRUE(QTest::qWaitForWindowActive(QApplication::activeModalWidget())) << name;
+      look_(name, *QApplication::activeModalWidget());
     });
-    user.start(5);
     meanwhile();
-    EXPECT_TRUE(Await([&] { return seen; })) << name;  // a notice doesn't wait for its user
+    EXPECT_TRUE(Await([&] { return !user.boxes.empty(); })) << name;  // a notice doesn't wait for its user
   }
 
   void StartUp() {
@@ -94,18 +82,14 @@ class Walk : public GameTest {
     See("splash", *frmSplash);
     frmSplash->Form_Click();
     See("welcome-guest", *frmWelcome);
-    Box("box-oops", [] { frmWelcome->cmdGo.Click(); });
+    Box("box-oops", QMessageBox::Ok, [] { frmWelcome->cmdGo.Click(); });
     frmWelcome->txtNick.Text = "Ann";
     frmWelcome->txtHost.Text = "chess.example.org";
     frmWelcome->rdoHost.Value = true;
     frmWelcome->txtNick.SetFocus();
     See("welcome-host", *frmWelcome);
     GameTest::Go("host");
-    // Each computer has another address.
-    std::string status = frmControl->lblStat.Caption();
-    const std::string address = frmControl->tcp.LocalIP();
-    status.replace(status.find(address), address.size(), "192.168.100.200");
-    frmControl->lblStat.Caption = status;
+    frmControl->lblStat.Caption = "Waiting for guest to connect to 192.168.100.200 . . .";  // each computer has another
     See("control", *frmControl);
     frmControl->tcp.Close();
     Unload(frmControl);
@@ -116,25 +100,22 @@ class Walk : public GameTest {
     FrmToolWindow& tools = *frmToolWindow;
     See("table-start", table);
     look_("tools-start", *tools.Native());
-    Tell("2J\xC3\xB6rg & <b>Bob</b>");
     for (const char* message :
-         {"15236", "11228", "16245", "10118", "15844", "106511", "16052", "36", "12836", "427616777215"}) {
+         {"2J\xC3\xB6rg & <b>Bob</b>", "15236", "11228", "16245", "10118", "15844", "106511", "16052", "36", "12836",
+          "427616777215", "0hello there", "0a&b <i>x</i>", "0g\xC3\xBC\xC3\x9F dich",
+          "0a line that is so long that it goes on in the next one, for the log is no wider than the board above it "
+          "is"}) {
       Tell(message);
     }
     table.DoMove(11, 57);
     tools.highlight("you");
-    for (const char* line : {"hello there", "a&b <i>x</i>", "g\xC3\xBC\xC3\x9F dich",
-                             "a line that is so long that "
-                             "it goes on in the next one, for the log is no wider than the board above it is"}) {
-      Tell(std::string("0") + line);
-    }
     table.txtIn.Text = "half a line";
     table.clock.sec = 59;
     table.onesec.Tick();
     table.coordinates.cmdShowCoord.MouseDown(kLeftButton, 0, 0, 0);
     while (frmCoords.Loaded()) frmCoords->Timer1.Tick();
     for (int time = 0; time < 200; ++time) table.hover(36, kBlack);
-    QTest::mousePress(MainWindow(), Qt::LeftButton, {}, At(48));
+    Press(48);
     QTest::mouseMove(MainWindow(), At(35));
     QLabel hand;
     hand.setPixmap(QGuiApplication::overrideCursor()->pixmap());
@@ -142,7 +123,7 @@ class Walk : public GameTest {
     look_("hand", hand);
     See("table-played", table);
     look_("tools-played", *tools.Native());
-    QTest::mouseRelease(MainWindow(), Qt::LeftButton, {}, At(48));
+    Release(48);
     tools.highlight("me");
     tools.Native()->resize(tools.Native()->size() + QSize(40, 40));  // it grows in width alone
     QTest::qWait(1);
@@ -158,10 +139,9 @@ class Walk : public GameTest {
     table.Cursor = 58;
     table.FocusBoard();
     look_("cursor", *table.squ(58).Native());
-    QTest::keyClick(MainWindow(), Qt::Key_Space);
-    QTest::keyClick(MainWindow(), Qt::Key_Up);
+    for (const auto key : {Qt::Key_Space, Qt::Key_Up}) Key(key);
     look_("cursor-carrying", *table.squ(50).Native());
-    QTest::keyClick(MainWindow(), Qt::Key_Escape);
+    Key(Qt::Key_Escape);
     table.FocusChat();
     table.mnuShowLast.Click();
     look_("marker", *frmShowMove->Native());
@@ -177,25 +157,28 @@ class Walk : public GameTest {
       menu->close();
     }
     FrmToolWindow& tools = *frmToolWindow;
-    for (Label* label : {&tools.lblNick, &tools.lblOpNick, &tools.lblTime, &tools.lblVS}) {
-      const QPoint place = label->Native()->mapTo(tools.Native(), QPoint(20, 8));
-      QTimer::singleShot(20, [&] {
-        QWidget* menu = QApplication::activePopupWidget();
-        ASSERT_NE(menu, nullptr);
-        const bool fits = qApp->devicePixelRatio() == 1;  // the screen is as large at either scale
-        EXPECT_TRUE(!fits || (menu->pos() - tools.Native()->mapToGlobal(place)).manhattanLength() <= 2);
-        if (label == &tools.lblVS) look_("menu-tools", *menu);
-        menu->close();
-      });
-      QTest::mouseClick(tools.Native()->windowHandle(), Qt::RightButton, {}, place);
+    const QPoint place = tools.lblVS.Native()->mapTo(tools.Native(), QPoint(20, 8));
+    QTimer::singleShot(20, [&] {
+      QWidget* menu = QApplication::activePopupWidget();
+      ASSERT_NE(menu, nullptr);
+      const bool fits = qApp->devicePixelRatio() == 1;  // the screen is as large at either scale
+      EXPECT_TRUE(!fits || (menu->pos() - tools.Native()->mapToGlobal(place)).manhattanLength() <= 2);
+      look_("menu-tools", *menu);
+      menu->close();
+    });
+    QTest::mouseClick(tools.Native()->windowHandle(), Qt::RightButton, {}, place);
+    QToolTip::showText({}, TipText("a&b <i>x</i>,  two blanks"));
+    for (QWidget* window : QApplication::topLevelWidgets()) {
+      if (window->inherits("QTipLabel") && window->isVisible()) look_("tip", *window);
     }
+    QToolTip::hideText();
   }
 
   void Dialogs() {
-    QTest::mouseClick(MainWindow(), Qt::RightButton, {}, At(58));
+    Click(58, Qt::RightButton);
     See("change", *frmChange);
     frmChange->cmdCancel.Click();
-    Box("box-message", [] { Tell("0iwin"); });
+    Box("box-message", QMessageBox::Ok, [] { Tell("0iwin"); });
     frmChess->mnuAbout.Click();
     See("about", *frmAboutChess);
     frmAboutChess->photo.Click();

@@ -31,12 +31,12 @@ class Change : public GameTest {
 };
 
 TEST_F(Change, OpensAtThePointerOnWhatAPlayerWillWantMost) {
-  const std::string mixed = "1__duvddddo" + std::string(55, 'n') + "r";
+  const std::string mixed = "1__duvddddo" + std::string(55, 'n') + "r", pawn = "1__" + std::string(63, 'd') + "o";
   const std::tuple<std::string, int, const char*> cases[] = {
       {"1new", 0, "2 0 trash"}, {"1new", 1, "4 0 trash"},  {"1new", 2, "3 0 trash"}, {"1new", 3, "6 0 trash"},
       {"1new", 8, "6 0 trash"}, {"1new", 60, "5 1 trash"}, {"1new", 16, "1 0"},      {"1new", 48, "6 1 trash"},
       {mixed, 0, "7 0"},        {mixed, 1, "8 1 trash"},   {mixed, 2, "8 1 trash"},  {mixed, 17, "7 1"},
-      {mixed, 7, "6 1 trash"},  {mixed, 63, "4 1 trash"},  {"1clear", 17, " 0"}};
+      {mixed, 7, "6 1 trash"},  {mixed, 63, "4 1 trash"},  {pawn, 0, "1 0"},         {"1clear", 17, " 0"}};
   FrmChess& game = *frmChess;
   for (const auto& [board, square, selected] : cases) {
     SCOPED_TRACE(board + " " + std::to_string(square));

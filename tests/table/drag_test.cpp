@@ -33,6 +33,7 @@ TEST_F(Drags, MarkTheEmptySquareUnderThePointer) {
   EXPECT_EQ(frmChess->Caption(), "Morva - Ann (C3)");
   MarkedAt(At(52));
   Press(52);
+  EXPECT_EQ(QGuiApplication::overrideCursor()->hotSpot(), QPoint(20, 0)) << "the fingertip";
   const QPoint chat = At(60) + QPoint(0, 60), outside(-30, 10);
   const std::pair<QPoint, const char*> places[] = {{At(52), ""}, {At(44), "44 "}, {At(36), "36 "}, {At(12), ""},
                                                    {chat, ""},   {At(35), "35 "}, {outside, ""},   {At(44), "44 "}};
@@ -44,31 +45,20 @@ TEST_F(Drags, MarkTheEmptySquareUnderThePointer) {
 }
 
 TEST_F(Drags, MoveToAnEmptySquareAndGiveTheTurn) {
-  const struct {
-    int from, too;
-    const char* line;  // of the history; none where nothing moves
-    const char* turn;
-  } drops[] = {{52, 36, "Ann: E7 - E5 (white pawn) #1523611", "you"},
-               {12, 28, "Ann: E2 - E4 (black pawn) #1122801", "you"},  // the other colour, out of turn
-               {57, 36, nullptr, "me"},                                // a piece stands there
-               {36, 36, nullptr, "me"},
-               {33, 0, nullptr, "me"},
-               {33, 34, nullptr, "you"}};
-  std::string board = kStart;
-  Lines history;
-  for (const auto& drop : drops) {
+  const std::tuple<int, int, const char*> drops[] = {{52, 36, "you"}, {12, 28, "you"},  // the other colour, out of turn
+                                                     {57, 36, "me"},                    // a piece stands there
+                                                     {36, 36, "me"},  {33, 0, "me"},
+                                                     {33, 34, "you"}};  // nothing moves, and yet
+  for (const auto& [from, too, turn] : drops) {
     frmToolWindow->highlight("me");
     frmChess->coordinates.cmdShowCoord.SetFocus();
-    Drag(drop.from, drop.too);
-    if (drop.line != nullptr) {
-      std::swap(board[static_cast<std::size_t>(drop.from)], board[static_cast<std::size_t>(drop.too)]);
-      history.push_back(drop.line);
-    }
-    EXPECT_TRUE(Board() == board && History() == history) << drop.from;
-    EXPECT_EQ(Turn(), drop.turn) << drop.from;
-    EXPECT_EQ(ChatHasFocus(), drop.turn == std::string("you")) << drop.from;
+    Drag(from, too);
+    EXPECT_EQ(Turn(), turn) << from;
+    EXPECT_EQ(ChatHasFocus(), turn == std::string("you")) << from;
   }
   EXPECT_EQ(Sent(), "152361122813334");
+  EXPECT_EQ(Board(), "fhgjighfeeee.eee............e.......o...........oooo.oooprqtsqrp");
+  EXPECT_EQ(History(), (Lines{"Ann: E7 - E5 (white pawn) #1523611", "Ann: E2 - E4 (black pawn) #1122801"}));
 }
 
 TEST_F(Drags, LeaveNothingBehindWhenTheyAreDisturbed) {
@@ -104,17 +94,14 @@ TEST_F(Drags, DropWhenTheWindowIsBackOrTheUserGoesOnInIt) {
   other_.show();
   for (const bool back : {true, false}) {
     Return();
-    Press(back ? 52 : 44);
+    Press(52);
     Leave();
-    MarkedAt(At(back ? 44 : 36));
-    Release(back ? 44 : 36);
+    MarkedAt(At(44));
+    Release(44);
     EXPECT_EQ(Sent(), "");
-    if (back) {
-      Return();
-    } else {
-      Click(0, Qt::MiddleButton);
-    }
-    EXPECT_EQ(Sent(), back ? "15244" : "14436me");
+    back ? Return() : Click(0, Qt::MiddleButton);
+    EXPECT_EQ(Sent(), back ? "15244" : "15244me");
+    Tell("14452");
   }
 }
 
