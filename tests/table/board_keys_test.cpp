@@ -45,6 +45,11 @@ TEST_F(Keys, TabGoesRoundWhatIsSeen) {
   frmToolWindow->FocusNick();
   ASSERT_TRUE(HasKeys(*frmToolWindow));
   EXPECT_EQ(Round(*frmToolWindow, Qt::Key_Tab), "Bob, white, to move. History. Ann, black. ");
+  for (const auto& [way, turn] : {std::pair{Qt::Key_Backtab, "me"}, {Qt::Key_Tab, "you"}}) {
+    QTest::keyClick(frmToolWindow->Native()->windowHandle(), Qt::Key_Space);  // on a nick
+    EXPECT_TRUE(Sent() == turn && Turn() == turn);
+    for (int stops = 0; stops < 2; ++stops) QTest::keyClick(frmToolWindow->Native()->windowHandle(), way);
+  }
 }
 
 TEST_F(Keys, TheCursorStaysOnTheBoard) {

@@ -55,6 +55,7 @@ TEST_F(Hearing, ToolsActThroughTheSameGateAsTheUser) {
   ASSERT_TRUE(frmChange.Loaded());
   EXPECT_EQ(Of(*frmChange)->text(QAccessible::Name), "Change D1, black queen");
   QAccessibleInterface* king = Find(Find(Of(*frmChange), Role::Grouping, "Chess"), Role::RadioButton, "King");
+  EXPECT_FALSE(king->state().checked);
   Do(king);
   EXPECT_TRUE(frmChange->rdo(5).Value() && king->state().checked);
   Do(labels);

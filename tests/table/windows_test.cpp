@@ -10,10 +10,6 @@ class Table : public GameTest {
  protected:
   void SetUp() override { Sit(); }
 
-  bool HungUp() {
-    return Await([this] { return peer_->state() == QAbstractSocket::UnconnectedState; });
-  }
-
   static QPoint OnScreen(int square) { return At(square) + frmChess->Native()->mapToGlobal(QPoint()); }
 
   /// Where the marker is in its flight from square to square: right there, or a few pixels off.
@@ -26,6 +22,8 @@ class Table : public GameTest {
 
 TEST_F(Table, TheMarkerFliesFromSquareToSquare) {
   const auto fly = [](int from, int too) {
+    QElapsedTimer time;
+    time.start();
     frmChess->mnuShowLast.Click();
     ASSERT_TRUE(frmShowMove.Loaded() && !frmChess->Enabled());
     EXPECT_EQ(frmShowMove->BackColor(), frmChess->squ(too).ForeColor);
@@ -36,6 +34,7 @@ TEST_F(Table, TheMarkerFliesFromSquareToSquare) {
     Tell("15553");  // it flies on
     ASSERT_TRUE(frmShowMove->Native()->isVisible() && Await([] { return !frmShowMove.Loaded(); }));
     EXPECT_TRUE(frmChess->Enabled() && HasKeys(*frmChess));
+    EXPECT_GE(time.elapsed(), 30 * 14) << "too fast to be seen";
   };
   fly(0, 0);
   Tell("15220");
@@ -132,6 +131,15 @@ TEST_F(Table, TheClockCarriesAndGoesOn) {
   EXPECT_EQ(frmToolWindow->lblTime.Caption(), "100:00:00");
   game.Enabled = false;  // which stops no timer
   EXPECT_TRUE(Await([] { return frmToolWindow->lblTime.Caption() == "00:00:01"; }));
+  for (const int interval : {0, 20}) {
+    game.onesec.Interval = interval;
+    QTest::qWait(100);
+    EXPECT_EQ(game.clock.sec > 1, interval > 0);
+  }
+  game.onesec.Enabled = false;
+  const int stopped = game.clock.sec;
+  QTest::qWait(100);
+  EXPECT_EQ(game.clock.sec, stopped);
 }
 
 TEST_F(Table, DisabledItTakesNoInputAndLooksAsBefore) {
@@ -164,24 +172,25 @@ TEST_F(Table, FollowsTheDesktopsColours) {
   EXPECT_EQ(seen(), before);
 }
 
-TEST_F(Table, QuittingSendsTheRestAndEndsWithoutAQuestion) {
-  Drag(52, 36);
-  frmChess->mnuCheck.Click();
-  EXPECT_THROW(frmChess->mnuQuit.Click(), Ended);
-  EXPECT_TRUE(!frmControl.Loaded() && !frmToolWindow.Loaded() && HungUp());
-  EXPECT_EQ(peer_->readAll(), "152360check");
-}
-
-TEST_F(Table, TheCloseBoxEndsAllWindowsAndADrag) {
-  Press(52);
-  QTest::mouseMove(MainWindow(), At(44));
-  frmChess->Native()->close();
-  EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr);
-  EXPECT_FALSE(frmChess.Loaded() || frmControl.Loaded() || frmToolWindow.Loaded() || frmWelcome.Loaded());
-  EXPECT_TRUE(HungUp());
-  QWidget elsewhere;
-  elsewhere.show();
-  QTest::mouseRelease(elsewhere.windowHandle(), Qt::LeftButton);
+TEST_F(Table, LeavingSendsTheRestAndEndsAllWindowsAndADragWithoutAQuestion) {
+  for (const bool quit : {true, false}) {
+    Drag(52, 36);
+    frmChess->mnuCheck.Click();
+    Press(51);
+    QTest::mouseMove(MainWindow(), At(43));
+    if (quit) {
+      EXPECT_THROW(frmChess->mnuQuit.Click(), Ended);
+      Release(51);
+    } else {
+      frmChess->Native()->close();
+      EXPECT_FALSE(frmChess.Loaded() || QGuiApplication::overrideCursor() != nullptr);
+    }
+    EXPECT_FALSE(frmControl.Loaded() || frmToolWindow.Loaded() || frmWelcome.Loaded());
+    EXPECT_TRUE(Await([this] { return peer_->state() == QAbstractSocket::UnconnectedState; }));
+    EXPECT_EQ(peer_->readAll(), "152360check");
+    TearDown();
+    SetUp();
+  }
 }
 
 }  // namespace
