@@ -127,6 +127,14 @@ QIcon Style::standardIcon(StandardPixmap kind, const QStyleOption* option, const
   return sign;
 }
 
+QSize Style::sizeFromContents(ContentsType type, const QStyleOption* option, const QSize& contents,
+                              const QWidget* widget) const {
+  QSize size = QProxyStyle::sizeFromContents(type, option, contents, widget);
+  constexpr int kUsualColumn = 21;  // pixels, counted already
+  if (type == CT_MenuItem) size.rwidth() += std::max(0, qRound(size.height() * 0.8) - kUsualColumn);
+  return size;
+}
+
 int Style::styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
                      QStyleHintReturn* answer) const {
   if (hint == SH_DialogButtonBox_ButtonsHaveIcons) return 0;

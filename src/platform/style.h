@@ -23,6 +23,9 @@ class Style : public QProxyStyle {
   /// Draws the signs of message boxes itself: in the toolkit's size they would be small beside a large text, and
   /// blurred.
   QIcon standardIcon(StandardPixmap kind, const QStyleOption* option, const QWidget* widget) const override;
+  /// Makes room for the column of the check marks, which the style draws as wide as an item is high.
+  QSize sizeFromContents(ContentsType type, const QStyleOption* option, const QSize& contents,
+                         const QWidget* widget) const override;
   int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
                 QStyleHintReturn* answer) const override;
 };
