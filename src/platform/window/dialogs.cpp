@@ -21,7 +21,7 @@ namespace morva {
 
 namespace {
 
-constexpr double kNarrowestBox = 3300;  // twips
+constexpr int kNarrowestBox = 220;  // pixels of any size of everything: title bars have but one
 constexpr int kLookAgainMs = 100;
 constexpr int kLongestText = 500;  // characters; the buttons must stay on the screen
 
@@ -71,7 +71,8 @@ void SetUp(QMessageBox& box, const std::string& text, const std::string& title) 
   box.setWindowFlag(Qt::WindowStaysOnTopHint);
   // Wide enough for its title.
   auto* grid = qobject_cast<QGridLayout*>(box.layout());
-  grid->addItem(new QSpacerItem(ToPixels(kNarrowestBox), 0), grid->rowCount(), 0, 1, grid->columnCount());
+  grid->addItem(new QSpacerItem(std::max(kNarrowestBox, ToPixels(kNarrowestBox * kTwipsPerPixel)), 0), grid->rowCount(),
+                0, 1, grid->columnCount());
 }
 
 // Not every window manager gives the keys back to the window that had them.
