@@ -12,6 +12,8 @@
 
 #include "platform/drawing/fonts.h"
 #include "platform/drawing/pixels.h"
+#include "platform/system/qt_text.h"
+#include "platform/window/announce.h"
 #include "platform/window/zoom.h"
 
 // Where a window stands, how large it is, what lies before what, and whether it is seen.
@@ -156,7 +158,7 @@ void NativeWindow::moveEvent(QMoveEvent* /*event*/) {
   if (isVisible() && isWindow()) place_ = windowHandle()->framePosition();
 }
 
-QPoint NativeWindow::Corner() const { return isWindow() || !isVisible() ? place_ : mapToGlobal(QPoint()); }
+QPoint NativeWindow::Corner() const { return isWindow() ? place_ : mapToGlobal(QPoint()); }
 
 QSize NativeWindow::OuterSize() const {
   if (!HasTitleBar()) return size();
@@ -228,7 +230,8 @@ void NativeWindow::ShowWhereSeen() {
   if (style_.round) return;
   const bool types_elsewhere = text_line != nullptr && Of(text_line) != this;
   if (types_elsewhere || (!isWindow() && tab_order_.empty())) {
-    client_.setFocus();  // no control uses up what is typed
+    client_.setFocus();                                         // no control uses up what is typed
+    if (!types_elsewhere) Announce(StdText(accessibleName()));  // with no control, nothing else would be said
   } else if (focusWidget() == nullptr || !isWindow()) {
     FocusFirstStop();
   }
