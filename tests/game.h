@@ -3,11 +3,15 @@
 #include <gtest/gtest.h>
 
 #include <QAbstractButton>
+#include <QApplication>
+#include <QElapsedTimer>
 #include <QMessageBox>
 #include <QTcpServer>
 #include <QTcpSocket>
+#include <QTest>
 #include <QTimer>
 #include <QWindow>
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -22,15 +26,26 @@
 #include "table/frm_chess.h"
 #include "table/frm_show_move.h"
 #include "table/frm_tool_window.h"
-#include "tests/support.h"
 
 namespace morva {
+
+/// Thrown where the program would end.
+struct Ended {};
+
+/// Lets events run until the condition holds, for at most this long; whether it held.
+inline bool Await(const std::function<bool()>& condition, int ms = 5000) {
+  QElapsedTimer clock;
+  clock.start();
+  while (!condition()) {
+    if (clock.elapsed() > ms) return false;
+    QTest::qWait(5);
+  }
+  return true;
+}
 
 using Lines = std::vector<std::string>;
 
 inline const std::string kStart = "fhgjighfeeeeeeee" + std::string(32, '.') + "ooooooooprqtsqrp";
-inline const std::string kCheckersStart =
-    ".k.k.k.kk.k.k.k..k.k.k.k" + std::string(16, '.') + "u.u.u.u..u.u.u.uu.u.u.u.";
 
 /// What the user does with the boxes that come up: notes each as "title|text|icon", and presses the button.
 class BoxUser {

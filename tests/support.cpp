@@ -1,11 +1,7 @@
-#include "tests/support.h"
-
-#include <gtest/gtest.h>
+#include "tests/game.h"
 
 #include "extras/about.h"
 #include "files/file_menus.h"
-#include "platform/application.h"
-#include "table/frm_chess.h"
 
 using namespace morva;
 

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <sstream>
 #include <string>
 #include <utility>
 #include <vector>
@@ -37,21 +38,10 @@ TEST(MessageReader, DecidesWhereTheGrammarIsOpen) {
   std::string moves = "0";
   while (moves.size() < 600) moves += "15236";
   // With a bar behind each message, for the eye.
-  const std::string at_once[] = {"35|15236|",
-                                 "36|37|",
-                                 "311|15236|",
-                                 "363|15236|",
-                                 "311|15236|10203|",
-                                 "31|0hi|",
-                                 "312|2Bob|",
-                                 "350|me|",
-                                 "35|01528|",
-                                 "36|415236|",
-                                 "352|me|36|4me|",
-                                 "35|363|me|",
-                                 "44030|412616777215|you|",
-                                 board + "|15236|me|",
-                                 board + "|" + board + "|0hello|"};
+  const std::string at_once =
+      "35|15236| 36|37| 311|15236| 363|15236| 311|15236|10203| 31|0hi| 312|2Bob| 350|me| 35|01528| 36|415236| "
+      "352|me|36|4me| 31|315|me| 44030|412616777215|you| " +
+      board + "|15236|me| " + board + "|" + board + "|0hello|";
   const std::pair<Arrivals, std::string> arriving[] = {
       // A trash of one digit or of two; the rest of a board line, or messages.
       {{{0, "35"}, {20, "15236"}}, "35|15236|"},
@@ -76,7 +66,8 @@ TEST(MessageReader, DecidesWhereTheGrammarIsOpen) {
       // Senseless ones go to whoever can judge them.
       {{{0, "yoyou"}, {20, "152x6me"}, {20, "515236"}, {20, "2"}, {20, "0"}}, "yoyou|152x6me|2|"}};
   for (const bool byte_by_byte : {false, true}) {
-    for (const std::string& messages : at_once) {
+    std::istringstream rows(at_once);
+    for (std::string messages; rows >> messages;) {
       std::string bytes = messages;
       std::erase(bytes, '|');
       EXPECT_EQ(Read({{0, bytes}}, byte_by_byte), messages);

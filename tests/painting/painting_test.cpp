@@ -23,13 +23,11 @@ TEST(Shadewell, RingsRunFromTheMiddleToTheCorners) {
     double Height() const { return 1200; }  // half the diagonal is 50 pixels
   } rings;
   PaintGradient(rings, kBlack, 0x193264, 3);
-  const auto circle = [](float radius, Color color) {
-    return Stroke{Stroke::Kind::kCircle, 450, 600, radius, 0, 2, color, kBlack, 0};
-  };
   ASSERT_EQ(rings.Strokes().size(), 50U);
-  EXPECT_EQ(rings.Strokes()[0], circle(15, 0x000102));  // 0.5 in blue
-  EXPECT_EQ(rings.Strokes()[49], circle(750, 0x193264));
-  EXPECT_EQ(rings.DrawWidth, 1);
+  for (const auto& [i, color] : {std::pair{0U, 0x000102U}, {49U, 0x193264U}}) {  // 0.5 in blue
+    const float radius = 15 * (i + 1.0F);
+    EXPECT_EQ(rings.Strokes()[i], (Stroke{Stroke::Kind::kCircle, 450, 600, radius, 0, 2, color, kBlack, 0}));
+  }
 }
 
 TEST(Coordinates, SlideInFortyStepsAndTurnWhereTheyAre) {
