@@ -39,7 +39,7 @@ TEST(MessageReader, DecidesWhereTheGrammarIsOpen) {
   while (moves.size() < 600) moves += "15236";
   // With a bar behind each message, for the eye.
   const std::string at_once =
-      "35|15236| 36|37| 311|15236| 363|15236| 311|15236|10203| 31|0hi| 312|2Bob| 350|me| 35|01528| 36|415236| "
+      "35|15236| 36|37| 311|15236| 363|15236| 311|15236|10203| 31|0hi| 310|0hi| 312|2Bob| 350|me| 35|01528| 36|415236| "
       "352|me|36|4me| 31|315|me| 44030|412616777215|you| " +
       board + "|15236|me| " + board + "|" + board + "|0hello|";
   const std::pair<Arrivals, std::string> arriving[] = {
