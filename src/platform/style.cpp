@@ -6,6 +6,7 @@
 #include <QWidget>
 #include <algorithm>
 
+#include "platform/drawing/fonts.h"
 #include "platform/drawing/pixels.h"
 #include "platform/drawing/qt_color.h"
 
@@ -79,6 +80,10 @@ bool Style::eventFilter(QObject* receiver, QEvent* event) {
     QPalette mended = QApplication::palette();
     polish(mended);
     if (mended != QApplication::palette()) QApplication::setPalette(mended);
+  }
+  // The desktop's font comes late and would stand in boxes and file dialogs alone, and in one size.
+  if (receiver == qApp && event->type() == QEvent::ApplicationFontChange && QApplication::font() != ProgramFont()) {
+    QApplication::setFont(ProgramFont());
   }
   return QProxyStyle::eventFilter(receiver, event);
 }

@@ -14,7 +14,7 @@ class Style : public QProxyStyle {
   void polish(QPalette& palette) override;
   /// Gives a tool tip the same colours; desktops hand it others.
   void polish(QWidget* widget) override;
-  /// On the application: what sets its colours past the style finds them mended, too.
+  /// On the application: what sets its colours past the style finds them mended, too, and what sets its font, ours.
   bool eventFilter(QObject* receiver, QEvent* event) override;
   /// Outlines input lines, buttons and lists on a dark window, too.
   void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
