@@ -12,6 +12,8 @@
 #include "platform/controls/label.h"
 #include "platform/controls/option_button.h"
 #include "platform/controls/pictures.h"
+#include "platform/controls/spoken_line.h"
+#include "platform/controls/text_box.h"
 #include "platform/system/qt_text.h"
 
 namespace morva {
@@ -172,6 +174,7 @@ QAccessibleInterface* SpokenControl(const QString& /*kind*/, QObject* object) {
   if (control == nullptr) return nullptr;
   if (dynamic_cast<ControlGroup*>(control) != nullptr) return new SpokenGroup(*widget, QAccessible::List);
   if (dynamic_cast<Frame*>(control) != nullptr) return new SpokenGroup(*widget, QAccessible::Grouping);
+  if (dynamic_cast<TextBox*>(control) != nullptr) return new SpokenLine(*static_cast<QLineEdit*>(widget));
   if (dynamic_cast<OptionButton*>(control) != nullptr) return new SpokenPart(*control, QAccessible::RadioButton);
   const bool pressed_by_mouse = dynamic_cast<CommandButton*>(control) != nullptr && !control->Click;
   if (control->Spoken || pressed_by_mouse) {
