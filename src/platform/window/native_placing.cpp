@@ -217,6 +217,7 @@ void NativeWindow::ShowWhereSeen() {
   if (seen != isHidden()) return;
   const bool had_keys = isActiveWindow();
   if (seen && !isWindow()) had_focus_ = window()->focusWidget();
+  if (seen) LetBeCovered();
   setVisible(seen);
   if (!seen) {
     activation_.stop();
@@ -263,6 +264,17 @@ void NativeWindow::StayOnTop(bool on) {
   forward_ = forward_ || on;
   if (windowHandle() == nullptr && isWindow()) setWindowFlag(Qt::WindowStaysOnTopHint, on);
   if (windowHandle() != nullptr) settling_.start(0);
+}
+
+// What is to make room for a window must have done so before that one comes: some window managers leave it in front.
+void NativeWindow::LetBeCovered() {
+  const QWidgetList windows = QApplication::topLevelWidgets();
+  for (QWidget* window : windows) {
+    auto* form = dynamic_cast<NativeWindow*>(window);
+    if (form == nullptr || form->on_top_ || form->forward_ || !form->settling_.isActive()) continue;
+    form->settling_.stop();
+    form->SettleOnTop();
+  }
 }
 
 void NativeWindow::SettleOnTop() {

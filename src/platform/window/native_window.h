@@ -85,6 +85,7 @@ class NativeWindow : public QWidget {
 
  private:
   static void ActivateEnabled();
+  static void LetBeCovered();
   bool HasTitleBar() const;
   int Edge() const;
   int BarHeight() const;
