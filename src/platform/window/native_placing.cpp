@@ -12,8 +12,6 @@
 
 #include "platform/drawing/fonts.h"
 #include "platform/drawing/pixels.h"
-#include "platform/system/qt_text.h"
-#include "platform/window/announce.h"
 #include "platform/window/zoom.h"
 
 // Where a window stands, how large it is, what lies before what, and whether it is seen.
@@ -231,8 +229,7 @@ void NativeWindow::ShowWhereSeen() {
   if (style_.round) return;
   const bool types_elsewhere = text_line != nullptr && Of(text_line) != this;
   if (types_elsewhere || (!isWindow() && tab_order_.empty())) {
-    client_.setFocus();                                         // no control uses up what is typed
-    if (!types_elsewhere) Announce(StdText(accessibleName()));  // with no control, nothing else would be said
+    client_.setFocus();  // no control uses up what is typed
   } else if (focusWidget() == nullptr || !isWindow()) {
     FocusFirstStop();
   }
