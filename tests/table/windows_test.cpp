@@ -1,6 +1,7 @@
 #include <QWheelEvent>
 
 #include "platform/drawing/pixels.h"
+#include "platform/window/zoom.h"
 #include "tests/game.h"
 
 namespace morva {
@@ -93,6 +94,13 @@ TEST_F(Table, EverythingGrowsTogether) {
   press(game, Qt::Key_0);
   EXPECT_NEAR(tools.Left(), game.Left() + game.Width(), 30);
   EXPECT_EQ(game.Client()->size(), QSize(448, 539));
+}
+
+TEST_F(Table, BeginsSmallerWhereTheScreenIs) {
+  for (const auto& [width, height, factor] : {std::tuple{9000, 30000, 0.75}, {30000, 8085, 0.75}, {6720, 8085, 1.0}}) {
+    Zoom::BeginFor(width, height);
+    EXPECT_EQ(size_factor, factor) << width << " by " << height;
+  }
 }
 
 TEST_F(Table, TheWindowsStandSideBySideOnceAndTakeTheNick) {
