@@ -118,7 +118,6 @@ MsgBoxResult MsgBox(const std::string& text, const std::string& title, MsgBoxBut
   box.setIcon(IconOf(icon));
   if (buttons == MsgBoxButtons::kYesNo) {
     box.setStandardButtons(QMessageBox::Yes | QMessageBox::No);
-    box.setEscapeButton(QMessageBox::No);
     Announce("Yes or No");
   }
   if (cause == MsgBoxCause::kByItself) new UnaskedBox(box);

@@ -56,7 +56,6 @@ bool IsTyping(const QKeyEvent& event) {
 NativeWindow::NativeWindow(FormEvents& events, const FormStyle& style)
     : QWidget(nullptr, FlagsOf(style)), events_(events), style_(style) {
   setFont(ProgramFont());
-  client_.setMouseTracking(true);
   client_.installEventFilter(this);
   setAttribute(Qt::WA_ShowWithoutActivating, style.round || style.frame == FormStyle::Frame::kSizableWidth);
   activation_.setSingleShot(true);
