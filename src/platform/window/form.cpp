@@ -105,9 +105,9 @@ QWidget* Form::Native() const { return native_.get(); }
 
 QWidget* Form::Client() const { return &native_->Client(); }
 
-double Form::ClientLeft() const { return ToTwips(native_->Client().mapToGlobal(QPoint()).x() - native_->Corner().x()); }
+double Form::ClientLeft() const { return ToTwips(native_->WithinFrame().x() + native_->Client().x()); }
 
-double Form::ClientTop() const { return ToTwips(native_->Client().mapToGlobal(QPoint()).y() - native_->Corner().y()); }
+double Form::ClientTop() const { return ToTwips(native_->WithinFrame().y() + native_->Client().y()); }
 
 void Form::Place(const std::vector<LayoutRow>& rows) {
   for (const LayoutRow& row : rows) {

@@ -70,6 +70,12 @@ std::optional<QMargins>& Frame() {
   return frame;
 }
 
+// While the window manager is still putting its frame round a window, the toolkit takes that for smaller than the
+// window.
+bool IsFrame(const QMargins& margins) {
+  return std::min({margins.left(), margins.top(), margins.right(), margins.bottom()}) >= 0;
+}
+
 bool NoWindowManager() { return Frame() && Frame()->isNull(); }
 
 }  // namespace
@@ -136,7 +142,7 @@ void NativeWindow::MoveTo(QPoint corner, const QRect& around) {
   asked_ = place_ = corner;
   const QRect place(corner, OuterSize());
   if (!isWindow()) {
-    move(corner - parentWidget()->mapToGlobal(QPoint()));  // the way back would round otherwise
+    move(corner - OwnersInside());
   } else if (InSight(place)) {
     const QRect screen = ScreenFor(place)->availableGeometry();
     const QPoint shift = around.isNull() ? QPoint() : WhollyOn(screen, around) - around.topLeft();
@@ -156,11 +162,24 @@ void NativeWindow::moveEvent(QMoveEvent* /*event*/) {
   if (isVisible() && isWindow()) place_ = windowHandle()->framePosition();
 }
 
-QPoint NativeWindow::Corner() const { return isWindow() ? place_ : mapToGlobal(QPoint()); }
+QPoint NativeWindow::Corner() const { return isWindow() ? place_ : OwnersInside() + pos(); }
+
+QPoint NativeWindow::WithinFrame() const {
+  if (!isWindow() || windowHandle() == nullptr) return {};
+  const QMargins frame = windowHandle()->frameMargins();
+  return {frame.left(), frame.top()};
+}
+
+// Where the window that this one is a part of says that it stands, right or wrong: places are worked out from that.
+QPoint NativeWindow::OwnersInside() const {
+  const auto& owner = *Of(parentWidget());
+  return owner.Corner() + owner.WithinFrame();
+}
 
 QSize NativeWindow::OuterSize() const {
   if (!HasTitleBar()) return size();
-  return isVisible() ? windowHandle()->frameGeometry().size() : size().grownBy(Frame().value_or(QMargins()));
+  const QMargins frame = isVisible() ? windowHandle()->frameMargins() : QMargins(-1, -1, -1, -1);
+  return size().grownBy(IsFrame(frame) ? frame : Frame().value_or(QMargins()));
 }
 
 void NativeWindow::CentreOnce() {
@@ -175,7 +194,7 @@ void NativeWindow::CentreOnce() {
 bool NativeWindow::MeetFrame() {
   if (!HasTitleBar() || NoWindowManager() || windowHandle() == nullptr) return true;
   const QMargins frame = windowHandle()->frameMargins();
-  if (frame.isNull()) return false;
+  if (frame.isNull() || !IsFrame(frame)) return false;
   if (std::exchange(centred_, false) && frame != Frame()) {
     placed_ = false;
     CentreOnce();
@@ -186,11 +205,12 @@ bool NativeWindow::MeetFrame() {
 }
 
 // Some window managers tell of the frame only after the activation, and some hand the activation to another window; the
-// program's own order of steps relies on both.
+// program's own order of steps relies on both. A busy one takes its time before it lets the window be seen at all.
 void NativeWindow::AwaitActivation() {
   constexpr int kLookMs = 20;
   const bool framed = MeetFrame();
-  if ((!framed || !isActiveWindow()) && --looks_left_ > 0) return activation_.start(kLookMs);
+  const bool seen = windowHandle() == nullptr || windowHandle()->isExposed();
+  if ((!framed || !isActiveWindow()) && (!seen || --looks_left_ > 0)) return activation_.start(kLookMs);
   if (!framed && !Frame()) Frame() = QMargins();
   Activated();
 }
@@ -225,6 +245,7 @@ void NativeWindow::ShowWhereSeen() {
     if (had_focus_ != nullptr) had_focus_->setFocus();
     return;
   }
+  told_on_top_ = false;
   if (!isWindow()) raise();
   if (style_.round) return;
   const bool types_elsewhere = text_line != nullptr && Of(text_line) != this;
@@ -281,6 +302,11 @@ void NativeWindow::SettleOnTop() {
   if (window->flags().testFlag(Qt::WindowStaysOnTopHint) != on_top_) {
     overrideWindowFlags(windowFlags().setFlag(Qt::WindowStaysOnTopHint, on_top_));
     window->setFlag(Qt::WindowStaysOnTopHint, on_top_);
+  }
+  if (forward && on_top_ && window->isExposed() && !std::exchange(told_on_top_, true)) {
+    // Some window managers lay a window no higher than the one that it belongs to, until told so while both are seen.
+    window->setFlag(Qt::WindowStaysOnTopHint, false);
+    window->setFlag(Qt::WindowStaysOnTopHint);
   }
   if (forward && (!on_top_ || NoWindowManager())) raise();
 }

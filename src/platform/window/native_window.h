@@ -44,6 +44,8 @@ class NativeWindow : public QWidget {
   void MoveTo(QPoint corner, const QRect& around = {});
   bool Placed() const { return placed_; }
   QPoint Corner() const;
+  /// From its corner to where the window manager's frame ends.
+  QPoint WithinFrame() const;
   /// Where it would be if the screen were large enough for all that it was told.
   QPoint AskedCorner() const { return Corner() == given_ ? asked_ : Corner(); }
   /// The size with the window manager's frame; as long as the window was not seen, with the frame of the last one.
@@ -91,6 +93,7 @@ class NativeWindow : public QWidget {
   int BarHeight() const;
   void LayClient();
   void CentreOnce();
+  QPoint OwnersInside() const;
   void ShowWhereSeen();
   void ForgetHidden();
   void FocusFirstStop() const;
@@ -114,7 +117,8 @@ class NativeWindow : public QWidget {
   int looks_left_ = 0;  // for the frame and the activation
   QTimer settling_;
   bool on_top_ = false;
-  bool forward_ = false;  // asked to come forward
+  bool forward_ = false;      // asked to come forward
+  bool told_on_top_ = false;  // the window manager, since the window is seen
   QPoint place_;
   QPoint asked_, given_;  // by the last MoveTo
   bool placed_ = false;
