@@ -57,8 +57,8 @@ def two_copies_play_and_show_the_manual():
         ann.host()
         bob = Player(desk, "Bob")  # in a folder with a manual of its own
         bob.join("127.0.0.1")
-        ann.window("Ann")
-        ann.window("Morva - Ann").activate()
+        ann.table_opens()
+        ann.main.activate()
         desk.type("x")
         part = str(SHARE.parent / "lib") + r"/\S*morva/morva-sound\.so"
         awaited(lambda: re.search(part, Path(f"/proc/{ann.process.pid}/maps").read_text()), "the key is to be heard")
@@ -70,5 +70,5 @@ def two_copies_play_and_show_the_manual():
 
 if __name__ == "__main__":
     own_network()
-    steps = [what_desktops_read_is_valid, the_command_line_is_answered, two_copies_play_and_show_the_manual]
-    sys.exit(run([], steps))
+    plays = [what_desktops_read_is_valid, the_command_line_is_answered, two_copies_play_and_show_the_manual]
+    sys.exit(run({play.__name__.replace("_", " "): play for play in plays}))

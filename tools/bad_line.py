@@ -145,6 +145,11 @@ class Table:
     def __init__(self, desks, keeper, rounds, seed):
         self.desks, self.keeper, self.rounds, self.chance = desks, keeper, rounds, random.Random(seed)
 
+    def play(self):
+        self.connecting()
+        self.playing()
+        self.comparing()
+
     def connecting(self):
         self.line = BadLine([self.keeper.pid, os.getpid()])
         self.line.start()
@@ -200,7 +205,7 @@ def main():
         time.sleep(0.5)  # until it has its network
         with Desk() as one, Desk() as other:
             table = Table([one, other], keeper, rounds, seed)
-            return run(table.desks, [table.connecting, table.playing, table.comparing])
+            return run({"two players over a bad line": table.play})
     finally:
         keeper.kill()
 

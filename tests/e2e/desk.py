@@ -1,7 +1,7 @@
 """A desk for the end-to-end tests: a screen of its own under one desktop's window manager, and what a person can do there.
 
 Everything is done with the mouse and the keys, and seen on the screen. Only windows are looked up by other means: their
-title, place and size.
+title, place and size, and which of them has the keys.
 """
 
 import ctypes
@@ -9,6 +9,7 @@ import mmap
 import os
 import re
 import shutil
+import signal
 import struct
 import subprocess
 import tempfile
@@ -43,12 +44,11 @@ def check(holds, words):
         raise Failure(words)
 
 
-def awaited(condition, words, seconds=20.0):
+def awaited(condition, words, seconds=30.0):
     """What `condition` gives as soon as it gives something true; fails with `words` when that takes too long."""
     deadline = time.monotonic() + seconds
     while not (result := condition()):
-        if time.monotonic() > deadline:
-            raise Failure(f"{words}: not within {seconds:g} s")
+        check(time.monotonic() < deadline, f"{words}: not within {seconds:g} s")
         time.sleep(0.02)
     return result
 
@@ -67,46 +67,19 @@ def own_network():
     subprocess.run(["ip", "link", "set", "lo", "up"], check=True)
 
 
-def run(desks, steps):
-    """Does all the steps and tells how each went. The exit code of the whole."""
+def run(plays):
+    """Gives the plays, functions by their names, and tells how each went. The exit code of the whole."""
     began, failed = time.monotonic(), 0
-    for step in steps:
+    for name, play in plays.items():
         started, outcome = time.monotonic(), "ok"
         try:
-            step()
+            play()
         except Exception as failure:  # whatever went wrong, the others may still go well
-            outcome, failed = f"FAILED: {failure or type(failure).__name__}", failed + 1
-            if not isinstance(failure, Failure):
-                traceback.print_exc()
-            keep_pictures(desks, step.__name__)
-        print(f"{time.monotonic() - started:5.1f} s  {step.__name__.replace('_', ' ')}: {outcome}", flush=True)
-    print(f"{time.monotonic() - began:5.1f} s  in all, {failed} of {len(steps)} failed")
+            traceback.print_exc()
+            outcome, failed = f"FAILED: {failure}", failed + 1
+        print(f"{time.monotonic() - started:5.1f} s  {name}: {outcome}", flush=True)
+    print(f"{time.monotonic() - began:5.1f} s  in all, {failed} of {len(plays)} failed")
     return 1 if failed else 0
-
-
-def keep_pictures(desks, name):
-    FAILURES.mkdir(exist_ok=True)
-    for number, desk in enumerate(desks, 1):
-        path = FAILURES / f"{name.replace(' ', '-')}-{number}.png"
-        desk.keep_picture(path)
-        print(f"         the screen is in {path}")
-
-
-class Picture:
-    """A rectangle of the screen, as rows of four bytes a pixel: blue, green, red and one unused."""
-
-    def __init__(self, rows):
-        self.rows = rows
-
-    def __eq__(self, other):
-        return isinstance(other, Picture) and self.rows == other.rows
-
-    def part(self, x, y, width, height):
-        return Picture([row[4 * x : 4 * (x + width)] for row in self.rows[y : y + height]])
-
-    def pixel(self, x, y):
-        blue, green, red = self.rows[y][4 * x : 4 * x + 3]
-        return red, green, blue
 
 
 class Window:
@@ -115,7 +88,7 @@ class Window:
 
     def __init__(self, desk, ident, title, x, y, width, height):
         self.desk, self.ident, self.title = desk, ident, title
-        self.x, self.y, self.width, self.height = x, y, width, height
+        self.x, self.y, self.width, self.height = map(int, (x, y, width, height))
 
     def inside(self, width, height):
         """The window less a frame of the program's own: as thick below as at the sides, and a title bar above. None if
@@ -126,19 +99,21 @@ class Window:
             return None
         return Window(self.desk, self.ident, self.title, self.x + frame, self.y + title_bar, width, height)
 
-    def at(self, left, top, width=0, height=0):
-        """The place on the screen of a control's middle; the control's place and size are twips, as in the layout."""
-        return self.x + int(left + width / 2) // TWIPS, self.y + int(top + height / 2) // TWIPS
-
-    def click(self, *control, button=1):
-        self.desk.click(*self.at(*control), button=button)
+    def click(self, left, top, width, height, button=1):
+        """Clicks on a control's middle; its place and size are twips, as in the layout."""
+        self.desk.click(self.x + int(left + width / 2) // TWIPS, self.y + int(top + height / 2) // TWIPS, button)
 
     def wholly_on_the_screen(self):
         return (self.x >= 0 and self.y >= 0 and self.x + self.width <= self.desk.width
                 and self.y + self.height <= self.desk.height)
 
-    def picture(self):
-        return self.desk.picture(self.x, self.y, self.width, self.height)
+    def has_keys(self):
+        """Weston hands them over before it shows a window."""
+        return self.desk.on_wayland or self.desk.output("xdotool", "getwindowfocus").strip() == str(int(self.ident, 16))
+
+    def picture(self, left=0, top=0, width=None, height=None):
+        """What the screen shows of the window, or of a rectangle of it in pixels."""
+        return self.desk.picture(self.x + left, self.y + top, width or self.width, height or self.height)
 
     def move(self, x, y):
         """Puts it there, more or less, as a program can."""
@@ -149,16 +124,20 @@ class Window:
 
 
 class Desk:
-    """One screen. Use it in a with statement: at the end every program on it is ended."""
+    """One screen. Use it in a with statement: at the end every program on it is ended, and after a failure a picture of
+    it is kept."""
 
     TREE_LINE = re.compile(
         r'^\s+(0x[0-9a-f]+) (?:"(.*)"|\(has no name\)): \(.*\)\s+(\d+)x(\d+)\+-?\d+\+-?\d+\s+\+(-?\d+)\+(-?\d+)$', re.M)
     VIEW = re.compile(  # Weston says no title of a small window of its X server
         r"PID [1-9]\d*, surface ID (\d+), (?:top-level window '(.*)'|\[no description available\]).*\n"
         r"\s+position: \((.*), (.*)\) -> \((.*), (.*)\)")
+    WESTON = """[shell]\npanel-position=none\nlocking=false\nclose-animation=none\nstartup-animation=none
+[keyboard]\nrepeat-rate=1\nrepeat-delay=60000\n[input-method]\npath=\n"""
 
     def __init__(self, desktop="openbox", width=1280, height=800, **environment):
         self.desktop, self.width, self.height = desktop, width, height
+        self.on_wayland = desktop.startswith("weston")
         self.folder = Path(tempfile.mkdtemp(prefix="morva-e2e-"))
         self.programs = []
         self.environment = {
@@ -167,12 +146,12 @@ class Desk:
             "XDG_RUNTIME_DIR": str(self.folder),
             "LANG": "C.UTF-8",
             "KWIN_COMPOSE": "N",
-            "CLUTTER_PAINT": "disable-clipped-redraws",  # mutter leaves out parts now and then on a screen like this
+            # Where damage comes while it paints, mutter now and then leaves it out on a screen like this one.
+            "CLUTTER_PAINT": "disable-clipped-redraws",
             **{name: value for name, value in os.environ.items() if name.endswith("SAN_OPTIONS")},
             **environment,
         }
-        self.inside = dict(self.environment)  # what the programs on the desktop see
-        self.on_wayland = desktop.startswith("weston")
+        self.inside = self.environment  # what the programs on the desktop see
 
     def __enter__(self):
         try:
@@ -183,25 +162,32 @@ class Desk:
                 self.start("dbus-run-session", "--", *DESKTOPS[self.desktop].split())
                 awaited(lambda: "window id" in self.output("xprop", "-root", "_NET_SUPPORTING_WM_CHECK"),
                         f"the window manager {self.desktop}")
-            self.furniture = len(self.programs)
         except BaseException:
             self.__exit__()
             raise
         return self
 
-    def __exit__(self, *_):
+    def __exit__(self, failure=None, *_):
+        if failure:
+            FAILURES.mkdir(exist_ok=True)
+            path = FAILURES / f"{self.folder.name}-{self.desktop}.png"
+            self.keep_picture(path)
+            print(f"         the screen is in {path}")
         self.end(*reversed(self.programs))
+        # What these have started in turn, a bus above all, does not always end with them.
+        ours = f"XDG_RUNTIME_DIR={self.folder}".encode()
+        for environment in Path("/proc").glob("[1-9]*/environ"):
+            try:
+                if ours in environment.read_bytes().split(b"\0"):
+                    os.kill(int(environment.parent.name), signal.SIGKILL)
+            except OSError:  # ended meanwhile, or somebody else's
+                pass
         shutil.rmtree(self.folder, ignore_errors=True)
 
     def _start_screen(self):
-        reader, writer = os.pipe()
-        self.start("Xvfb", "-displayfd", writer, "-screen", "0", f"{self.width}x{self.height}x24", "-fbdir",
-                   self.folder, "-noreset", "-r", "-nolisten", "tcp", pass_fds=[writer])
-        os.close(writer)
-        with os.fdopen(reader) as display:
-            number = display.readline().strip()
-        check(number, "the screen has not started")
-        self.environment["DISPLAY"] = self.inside["DISPLAY"] = ":" + number
+        self.environment["DISPLAY"] = ":" + self.start_and_hear(
+            "Xvfb", "-screen", "0", f"{self.width}x{self.height}x24", "-fbdir", self.folder, "-noreset", "-r",
+            "-nolisten", "tcp", "-displayfd")
         with open(self.folder / "Xvfb_screen0", "rb") as file:
             self.screen = mmap.mmap(file.fileno(), 0, prot=mmap.PROT_READ)
         # The file is a window dump: a header of big-endian numbers, the colours, the pixels.
@@ -211,33 +197,34 @@ class Desk:
 
     def _start_weston(self):
         """Weston in a window that fills the screen, so that mouse, keys and pictures go by way of the screen here too."""
-        settings = self.folder / "weston.ini"
-        settings.write_text("[shell]\npanel-position=none\nlocking=false\nclose-animation=none\nstartup-animation=none\n[keyboard]\nrepeat-rate=1\nrepeat-delay=60000\n")
-        log = self.folder / "weston.log"
+        settings, log = self.folder / "weston.ini", self.folder / "weston.log"
+        settings.write_text(self.WESTON)
         with open(log, "wb") as complaints:
             self.start(*DESKTOPS[self.desktop].split(), "--backend=x11-backend.so", "--use-pixman", "--debug",
                        f"--width={self.width}", f"--height={self.height}", f"--config={settings}", "--socket=wayland",
                        stderr=complaints)
-        self.inside |= {"WAYLAND_DISPLAY": "wayland", "XDG_SESSION_TYPE": "wayland"}
+        self.inside = self.environment | {"WAYLAND_DISPLAY": "wayland", "XDG_SESSION_TYPE": "wayland"}
         del self.inside["DISPLAY"]
         awaited(lambda: "background for output" in self._scene(), "Weston")
-        server = re.search(r"xserver listening on display (:\d+)", log.read_text())
-        if server:
+        if server := re.search(r"xserver listening on display (:\d+)", log.read_text()):
             self.inside["DISPLAY"] = server[1]
         self.act("mousemove", 1, 1, "mousemove", 2, 2)  # it does not know where the pointer is until it moves
 
     def start(self, *command, stderr=subprocess.DEVNULL, **more):
         """Starts a program that is ended together with the desk."""
-        program = subprocess.Popen([str(word) for word in command], env=getattr(self, "inside", self.environment)
-                                   if "DISPLAY" in self.environment else self.environment,
-                                   stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL, stderr=stderr, **more)
-        self.programs.append(program)
-        return program
+        self.programs.append(subprocess.Popen([str(word) for word in command], env=self.inside, stderr=stderr,
+                                              stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL, **more))
+        return self.programs[-1]
 
-    def clear(self):
-        """Ends what stands on the desk; the desktop stays."""
-        self.end(*self.programs[self.furniture :])
-        del self.programs[self.furniture :]
+    def start_and_hear(self, *command):
+        """Starts one that writes a line to the file whose number stands at the end of its command. That line."""
+        reader, writer = os.pipe()
+        self.start(*command, writer, pass_fds=[writer])
+        os.close(writer)
+        with os.fdopen(reader) as file:
+            line = file.readline().strip()
+        check(line, f"{command[0]} has not started")
+        return line
 
     @staticmethod
     def end(*programs):
@@ -264,13 +251,12 @@ class Desk:
     def windows(self, program):
         """A program's windows on the screen, as far as they have a name. Menus have none."""
         if self.on_wayland:  # where no other program has windows
-            found = self.VIEW.findall(self._scene())
-            return [Window(self, ident, title, int(x), int(y), int(right) - int(x), int(bottom) - int(y))
-                    for ident, title, x, y, right, bottom in found]
+            return [Window(self, ident, title, x, y, int(right) - int(x), int(bottom) - int(y))
+                    for ident, title, x, y, right, bottom in self.VIEW.findall(self._scene())]
         found = self.output("xdotool", "search", "--all", "--onlyvisible", "--pid", program.pid)
         visible = {int(ident) for ident in found.split()}
         tree = self.output("xwininfo", "-root", "-tree")
-        return [Window(self, ident, title, int(x), int(y), int(width), int(height))
+        return [Window(self, ident, title, x, y, width, height)
                 for ident, title, width, height, x, y in self.TREE_LINE.findall(tree) if int(ident, 16) in visible]
 
     def act(self, *words):
@@ -306,9 +292,9 @@ class Desk:
         """Writes what the screen shows to a PNG file."""
         subprocess.run(["import", "-window", "root", path], env=self.environment, check=True)
 
-    def picture(self, x=0, y=0, width=None, height=None):
-        """What that part of the screen shows, as far as it is on the screen."""
-        right, bottom = min(x + (width or self.width), self.width), min(y + (height or self.height), self.height)
+    def picture(self, x, y, width, height):
+        """What that part of the screen shows, as far as it is on the screen: rows of four bytes a pixel."""
+        right, bottom = min(x + width, self.width), min(y + height, self.height)
         x, y = max(x, 0), max(y, 0)
         lines = [self.first_pixel + row * self.bytes_a_line for row in range(y, bottom)]
-        return Picture([self.screen[line + 4 * x : line + 4 * right] for line in lines])
+        return [self.screen[line + 4 * x : line + 4 * right] for line in lines]

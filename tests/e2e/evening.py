@@ -5,8 +5,8 @@ Usage: evening.py DESKTOP..."""
 
 import sys
 
-from desk import DESKTOPS, Desk, Failure, awaited, check, keep_pictures, own_network, run
-from player import (BOARD, CHANGE_DIALOG, CHESS, LBL_OP_NICK, LBL_TIME, LBL_VS, LST_HIST, SQUARE, Player)
+from desk import DESKTOPS, Desk, awaited, check, own_network, run
+from player import (BOARD, CHANGE_DIALOG, CHESS, LBL_NICK, LBL_TIME, LST_HIST, NICKS, PORTRAIT, Player)
 
 ASIDE = 2, 2  # where the pointer is over nothing
 
@@ -18,7 +18,8 @@ class Evening:
         self.expected = list(CHESS)
 
     def type(self, words):
-        """Ann types a line, without a look at where the keys go."""
+        """Ann types a line as soon as her table has the keys, without a look at where in it they go."""
+        self.ann.listens()
         before = self.bob.log()
         self.ann.say(words)
         awaited(lambda: self.bob.log() != before, f"what Ann types {words} reaches Bob")
@@ -31,16 +32,12 @@ class Evening:
         player.drag(start, end)
         awaited(lambda: (other.square_picture(start), other.square_picture(end)) == (bare, piece),
                 f"{player.nick}'s piece goes from {start} to {end} before {other.nick}'s eyes")
+        player.desk.point(*ASIDE)
         self.expected[end], self.expected[start] = self.expected[start], "."
 
-    @staticmethod
-    def middle(player):
-        """The middle files of the board, where no other window throws its shadow."""
-        return [player.square_picture(index) for index in range(64) if index % 8 in (4, 5)]
-
-    def beside_vs(self):
-        """Bare ground in Ann's tool window, where the menu opens and the pointer does not reach."""
-        return self.ann.tool_inside().picture().part(140, 66, 70, 18)
+    def alike(self):
+        """Whether both boards look alike, but for two files where the tool window may throw its shadow."""
+        return all(self.ann.square_picture(i) == self.bob.square_picture(i) for i in range(64) if i % 8 < 6)
 
     # The steps.
 
@@ -57,7 +54,7 @@ class Evening:
     def moves_both_ways(self):
         self.new_board = self.bob.board()
         self.ann_desk.point(*ASIDE)
-        awaited(lambda: self.middle(self.ann) == self.middle(self.bob), "the two boards look alike, pixel by pixel")
+        awaited(self.alike, "the two boards look alike, pixel by pixel")
         self.move(self.ann, 52, 36)
         self.move(self.bob, 12, 28)
         self.type("after a move of each")
@@ -74,34 +71,52 @@ class Evening:
         self.bob.answer("Message", "Return")
         self.bob.keys("ctrl+z")  # no click before: the box has given the keys back
         self.ann.answer("Message", "Return")
-        closed = self.ann.board()
         self.ann.menu("alt+m", "Escape")
-        awaited(lambda: self.ann.keys("Escape") or self.ann.board() == closed, "the menu closes")
+        awaited(lambda: len(self.ann.windows()) == 2, "the menu closes")
         self.type("after a menu")
 
-    def the_tool_window_in_front(self):
-        for control, words in [(LBL_OP_NICK, "after a click on a nick"), (LST_HIST, "after a click in the history"),
+    def the_tool_window(self):
+        nicks = self.bob.tool.picture(*NICKS)
+        for control, words in [(LBL_NICK, "after a click on a nick"), (LST_HIST, "after a click in the history"),
                                (LBL_TIME, "after a click on the clock")]:
             self.ann.tool_inside().click(*control)
             self.type(words)
-        awaited(self.bob.has_turn, "the click on Bob's nick gives him the turn")
+        awaited(lambda: self.bob.tool.picture(*NICKS) != nicks, "the click on her nick gives Ann the turn")
         self.ann.tool_inside().click(*LST_HIST)
         self.ann.keys("ctrl+c")
         self.bob.answer("Message", "Return")
-        closed = self.beside_vs()
-        self.ann.tool_inside().click(*LBL_VS, button=3)
-        awaited(lambda: self.beside_vs() != closed, "the tool window's menu")
-        self.ann.keys("Escape")
-        awaited(lambda: self.beside_vs() == closed, "the tool window's menu closes")
+        self.ann.tool_menu("Escape")
         self.type("after the menu of the tool window")
+
+    def in_front_of_another_program(self):
+        """Another program's window comes over the board and the tool window, which is to lie on top or below it."""
+        if self.ann_desk.on_wayland or self.ann_desk.desktop == "none":  # no other program; nobody who puts it in front
+            return
+        shown = self.ann.tool.picture(*NICKS)
+        eve = Player(self.ann_desk, "Eve")
+        eve.welcome()
+        eve.find("Morva").move(self.ann.tool.x - 60, self.ann.tool.y)
+        for on_top in (True, False) if self.ann_desk.desktop != "icewm" else [True]:  # who keeps it there for good
+            eve.find("Morva").activate()
+            eve.window("Morva")
+            awaited(lambda: (self.ann.tool.picture(*NICKS) == shown) == on_top, "the tool window lies where it should")
+            x, y = self.ann.corner()
+            self.ann_desk.click(x + 100, y + BOARD + 40)
+            self.type("in front of another program")
+            awaited(lambda: self.ann.tool.picture(*NICKS) == shown, "the tool window comes with the main window")
+            self.ann.tool_menu("a")
+        self.ann_desk.end(eve.process)
+
+    def text_from_the_log(self):
         x, y = self.ann.corner()
-        self.ann_desk.click(x + 200, y + BOARD + 40)
-        self.type("after a click in the log")
+        self.ann_desk.act("mousemove", x + 70, y + BOARD + 40, "click", "--repeat", 3, "--delay", 30, 1)
+        self.ann.keys("ctrl+Insert")
+        self.type("after clicks in the log")
 
     def the_last_move_flies(self):
-        still = self.ann.board()
-        awaited(lambda: self.ann.keys("ctrl+s") or any(self.ann.board() != still for _ in range(100)), "the disc flies")
-        awaited(lambda: self.ann.board() == still, "the disc has gone")
+        self.ann_desk.point(*ASIDE)
+        awaited(lambda: self.ann.keys("ctrl+s") or any(not self.alike() for _ in range(100)), "the disc flies")
+        awaited(self.alike, "the disc has gone")
         self.type("after the flight")
 
     def dialogs(self):
@@ -122,13 +137,15 @@ class Evening:
         else:  # by its title bar
             self.ann_desk.drag_slowly((x + 150, y - 30), by)
         awaited(lambda: self.ann.look() and abs(self.ann.corner()[0] - x - by[0]) < 20, "Ann's window moves to the edge")
+        bare, pawn = self.ann.square_picture(60), self.bob.square_picture(51)
         self.ann_desk.click(*self.ann.square(51), button=3)
-        if self.ann_desk.desktop != "weston":
+        if self.ann_desk.desktop == "weston":  # there it is a part of the main window
+            awaited(lambda: self.ann.square_picture(60) != bare, "the dialog comes up over the board")
+        else:
             dialog = self.ann.window(CHANGE_DIALOG)
             check(dialog.wholly_on_the_screen(), f"the dialog at {dialog.x}, {dialog.y} is wholly on the screen")
-        before = self.bob.square_picture(51)
         self.ann.keys("Return")
-        awaited(lambda: self.bob.square_picture(51) != before, "the pawn becomes a queen")
+        awaited(lambda: self.bob.square_picture(51) != pawn, "the pawn becomes a queen")
         self.ann.gone(CHANGE_DIALOG)
         self.expected[51] = "t"
         self.type("after a change")
@@ -136,7 +153,6 @@ class Evening:
     def a_new_game(self):
         check(self.bob.saved("before.mrv") == "".join(self.expected), "Bob has seen the whole game")
         self.ann.menu("alt+g", "n", "s")  # some desktops have a use of their own for Ctrl+F1
-        self.bob_desk.point(*ASIDE)
         awaited(lambda: self.bob.board() == self.new_board, "a new game")
         self.type("after a new game")
 
@@ -146,8 +162,8 @@ class Evening:
         self.ann.keys("Escape")
         self.ann.gone("Save Game as")
         self.type("after a file dialog")
-        chats = [player.saved_chat("chat.txt") for player in (self.ann, self.bob)]
-        for player, chat in zip((self.ann, self.bob), chats):
+        for player in (self.ann, self.bob):
+            chat = player.saved_chat("chat.txt")
             check(chat == self.said + "\r\n", f"{player.nick}'s log: {chat!r}, should be: {self.said!r}")
         self.bob.menu("alt+g", "q")
         self.bob.ended()
@@ -156,37 +172,24 @@ class Evening:
         self.ann.ended()
         check(self.ann.game_file("last.mrv") == CHESS, "the last position is saved")
 
-    def steps(self):
-        return [self.the_table_opens, self.moves_both_ways, self.boxes, self.the_tool_window_in_front,
-                self.the_last_move_flies, self.dialogs, self.a_change_at_the_edge_of_the_screen, self.a_new_game,
-                self.saving_and_leaving]
+
+STEPS = [Evening.the_table_opens, Evening.moves_both_ways, Evening.boxes, Evening.the_tool_window,
+         Evening.in_front_of_another_program, Evening.text_from_the_log, Evening.the_last_move_flies, Evening.dialogs,
+         Evening.a_change_at_the_edge_of_the_screen, Evening.a_new_game, Evening.saving_and_leaving]
 
 
 def play(desktop):
     with Desk(desktop) as ann_desk, Desk("none") as bob_desk:
         evening = Evening(ann_desk, bob_desk)
-        name = "the start"
-        try:
-            for step in evening.steps():
-                name = step.__name__.replace("_", " ")
-                step()
-        except Exception as failure:
-            keep_pictures([ann_desk, bob_desk], desktop)
-            raise Failure(f"{name}: {failure or type(failure).__name__}") from failure
-
-
-def partial(desktop):
-    def step():
-        play(desktop)
-
-    step.__name__ = desktop
-    return step
+        for step in STEPS:
+            step(evening)
 
 
 def main():
     own_network()
     # Weston's X server puts one window over another; it is played by name only.
-    return run([], [partial(desktop) for desktop in sys.argv[1:] or DESKTOPS if sys.argv[1:] or desktop != "weston-x"])
+    desktops = sys.argv[1:] or [desktop for desktop in DESKTOPS if desktop != "weston-x"]
+    return run({desktop: lambda desktop=desktop: play(desktop) for desktop in desktops})
 
 
 if __name__ == "__main__":

@@ -4,116 +4,87 @@ program ends. The other side is a bare socket here."""
 import socket
 import struct
 import sys
-import time
 
-from desk import Desk, Failure, awaited, own_network, run
-from player import CHANGE_DIALOG, CHESS, LBL_TIME, PORT, Player
+from desk import Desk, awaited, check, own_network, run
+from player import CHANGE_DIALOG, CHESS, PORTRAIT, Line, Player
 
 MOVED = CHESS[:12] + "." + CHESS[13:28] + "e" + CHESS[29:]
 
 
-class Peer:
-    """The other side of the connection, as bytes."""
-
-    def __init__(self):
-        self.connection = socket.create_connection(("127.0.0.1", PORT))
-
-    def send(self, message):
-        self.connection.sendall(message)
-        time.sleep(0.06)  # keeps one message apart from the next
-
-    def leaves(self):
-        self.connection.close()
-
-    def is_killed(self):
-        self.connection.setsockopt(socket.SOL_SOCKET, socket.SO_LINGER, struct.pack("ii", 1, 0))
-        self.connection.close()
-
-    def is_cut_off(self):
-        self.connection.sendall(b"112")
-        self.connection.close()
+def leaves(line):
+    line.connection.close()
 
 
-def in_front(ann, peer, window):
-    """Brings that window up."""
-    desk = ann.desk
-    if window == "a message":
-        peer.send(b"0check")
-        ann.window("Message")
-    elif window == "the change dialog":
-        desk.click(*ann.square(52), button=3)
-        ann.window(CHANGE_DIALOG)
-    elif window in ("About", "the author"):
-        ann.menu("alt+h", "a")
-        about = ann.window("About Morva 1.0.185")
-        if window == "the author":
-            before = about.picture()
-            about.click(5715, 840, 1485, 1815)
-            awaited(lambda: about.picture() != before, "the author window")
-    elif window == "the question about overwriting":
-        (ann.folder / "kept.mrv").touch()
-        ann.keys("F2")
-        ann.window("Save Game as")
-        desk.enter(ann.folder / "kept.mrv")
-        awaited(lambda: len(ann.windows()) == 4, "the question")
-    elif window == "a menu":
-        before = ann.board()
-        ann.keys("alt+g")
-        awaited(lambda: ann.board() != before, "the menu")
-    elif window == "the menu of the clock":
-        before = ann.tool.picture()
-        ann.tool.click(*LBL_TIME, button=3)
-        awaited(lambda: ann.tool.picture() != before, "the menu")
-    elif window == "a flying disc":
-        ann.keys("ctrl+s")
-    elif window == "a piece in the hand":
-        desk.act("mousemove", *ann.square(52), "mousedown", 1, "mousemove", *ann.square(44))
-    else:
-        key = {"the instructions": "F1", "the save dialog": "F2", "the open dialog": "F3"}[window]
-        ann.keys(key)
-        ann.window({"F1": "Instructions", "F2": "Save Game as", "F3": "Open Game"}[key])
+def is_killed(line):
+    line.connection.setsockopt(socket.SOL_SOCKET, socket.SO_LINGER, struct.pack("ii", 1, 0))
+    line.connection.close()
 
 
-def row(desk, window, way):
-    def step():
-        desk.clear()
+def is_cut_off(line):
+    line.says("112")
+    line.connection.close()
+
+
+def the_author(ann):
+    ann.menu("alt+h", "a")
+    about = ann.window("About Morva 1.0.185")
+    before = about.picture()
+    about.click(*PORTRAIT)
+    awaited(lambda: about.picture() != before, "the author window")
+
+
+def the_question_about_overwriting(ann):
+    (ann.folder / "kept.mrv").touch()
+    ann.keys("F2")
+    ann.window("Save Game as")
+    ann.say(ann.folder / "kept.mrv")
+    awaited(lambda: len(ann.windows()) == 4, "the question")
+
+
+# Who goes how, and what Ann has in front of her then.
+ROWS = {
+    "leaves behind nobody's nick": (leaves, None),
+    "is killed behind the board": (is_killed, lambda ann: None),
+    "leaves behind a message": (leaves, lambda ann: ann.line.says("0check") or ann.window("Message")),
+    "is killed behind the change dialog": (
+        is_killed, lambda ann: ann.desk.click(*ann.square(52), button=3) or ann.window(CHANGE_DIALOG)),
+    "leaves behind the author": (leaves, the_author),
+    "is cut off behind the open dialog": (is_cut_off, lambda ann: ann.keys("F3") or ann.window("Open Game")),
+    "is killed behind the question about overwriting": (is_killed, the_question_about_overwriting),
+    "is cut off behind a menu": (is_cut_off, lambda ann: ann.menu("alt+g", "Down")),
+    "leaves behind the menu of the tool window": (leaves, lambda ann: ann.tool_menu("Down")),
+    "is killed behind a flying disc": (is_killed, lambda ann: ann.keys("ctrl+s")),
+    "is cut off behind a piece in the hand": (is_cut_off, lambda ann: ann.desk.act(
+        "mousemove", *ann.square(52), "mousedown", 1, "mousemove", *ann.square(44))),
+}
+
+
+def play(how, in_front):
+    with Desk() as desk:
         ann = Player(desk, "Ann")
         ann.host()
-        peer = Peer()
-        expected = CHESS
-        if window != "nobody's nick":
-            peer.send(b"2Raw")
+        ann.line, expected = Line(), CHESS
+        if in_front:
+            ann.line.says("2Raw")
             ann.table_opens()
-            peer.send(b"11228")
-            expected = MOVED
-            if window != "the board":
-                in_front(ann, peer, window)
-        before = {w.ident for w in ann.windows()}
-        getattr(peer, way)()
+            before, expected = ann.square_picture(28), MOVED
+            ann.line.says("11228")
+            awaited(lambda: ann.square_picture(28) != before, "the move is seen")
+            in_front(ann)
+        dialogs = {window.ident for window in ann.windows()}
+        how(ann.line)
         ann.answer("Morva", "alt+y")
-        awaited(lambda: [w for w in ann.windows() if w.title == "Save Game as" and w.ident not in before],
+        awaited(lambda: any(w.title == "Save Game as" and w.ident not in dialogs and w.has_keys() for w in ann.windows()),
                 "a save dialog of its own")
-        desk.keys("ctrl+a")
-        desk.enter(ann.folder / "last.mrv")
+        ann.keys("ctrl+a")
+        ann.say(ann.folder / "last.mrv")
         ann.ended()
-        if (saved := ann.game_file("last.mrv")) != expected:
-            raise Failure(f"the saved game is {saved}")
-        desk.act("mouseup", 1)
-
-    step.__name__ = f"{way.replace('_', ' ')} behind {window}"
-    return step
+        check(ann.game_file("last.mrv") == expected, "the last position is saved")
 
 
 def main():
     own_network()
-    with Desk("openbox") as desk:
-        return run([desk], [row(desk, *case) for case in [
-            ("nobody's nick", "leaves"), ("the board", "is_killed"), ("a message", "leaves"),
-            ("the change dialog", "is_killed"), ("About", "is_cut_off"), ("the author", "leaves"),
-            ("the instructions", "is_killed"), ("the save dialog", "is_cut_off"), ("the open dialog", "leaves"),
-            ("the question about overwriting", "is_killed"), ("a menu", "is_cut_off"),
-            ("the menu of the clock", "leaves"), ("a flying disc", "is_killed"), ("a piece in the hand", "is_cut_off"),
-        ]])
+    return run({name: lambda row=row: play(*row) for name, row in ROWS.items()})
 
 
 if __name__ == "__main__":

@@ -1,7 +1,8 @@
-"""A player: one running Morva on a desk, and the person before it."""
+"""A player: one running Morva on a desk, and the person before it. Or only the other end of the line, a bare socket."""
 
 import os
 import shutil
+import socket
 import tempfile
 import time
 from pathlib import Path
@@ -20,21 +21,15 @@ BOARD = 8 * SQUARE
 MAIN_HEIGHT = 539  # without the menu bar
 TOOL_WIDTH, TOOL_HEIGHT = 216, 238
 LOG_TEXT = 2, 450, 420, 69  # within the main window below the menu bar, without frame and scroll bar
+NICKS = 32, 32, 60, 70  # within the tool window, and beside where its menu opens
 
 # Controls, twips: left, top, width, height.
-RDO_HOST, RDO_GUEST = (360, 480, 735, 255), (1440, 480, 735, 255)
-TXT_NICK, TXT_HOST = (720, 1200, 1815, 285), (720, 1680, 1815, 285)
-CMD_GO = 2655, 210, 1155, 420
-CMD_CANCEL = 3390, 510, 1080, 345
-LBL_TIME, LBL_NICK, LBL_OP_NICK = (0, 0, 3240, 465), (480, 480, 600, 375), (480, 1080, 600, 375)
+RDO_HOST, TXT_NICK, TXT_HOST = (360, 480, 735, 255), (720, 1200, 1815, 285), (720, 1680, 1815, 285)
+LBL_TIME, LBL_NICK = (0, 0, 3240, 465), (480, 480, 600, 375)
 LBL_VS, LST_HIST = (0, 840, 3255, 255), (0, 1560, 3240, 2010)
+PORTRAIT = 5715, 840, 1485, 1815  # in the About box
 
 CHESS = "fhgjighf" + "eeeeeeee" + 32 * "." + "oooooooo" + "prqtsqrp"
-
-
-def pieces(line):
-    """The letters of a board line, "." on empty squares of whatever colour."""
-    return line.replace("d", ".").replace("n", ".")
 
 
 class Player:
@@ -60,14 +55,14 @@ class Player:
                 return found
         return None
 
-    def window(self, wanted, seconds=20.0):
-        """Waits for it to come, and to stand still: the program moves some once it knows their frame."""
+    def window(self, wanted):
+        """Waits for it to come, to have the keys and to stand still: the program moves some once it knows their frame."""
 
         def stands():
             before, now = self.find(wanted), self.find(wanted)
-            return before and now and (before.x, before.y) == (now.x, now.y) and now
+            return before and now and (before.x, before.y) == (now.x, now.y) and now.has_keys() and now
 
-        return awaited(stands, f"{self.nick}'s window {wanted}", seconds)
+        return awaited(stands, f"{self.nick}'s window {wanted}, with the keys")
 
     def gone(self, wanted):
         awaited(lambda: not self.find(wanted), f"{self.nick}'s window {wanted} closes")
@@ -82,7 +77,7 @@ class Player:
 
     def welcome(self):
         """Clicks the picture away. The inside of the welcome dialog, as a guest sees it."""
-        self.window(START_PICTURE).click(100, 100)
+        awaited(lambda: self.find(START_PICTURE), f"{self.nick}'s first picture").click(0, 0, 2000, 2000)
         self.gone(START_PICTURE)
         return self.window("Morva").inside(261, 142)
 
@@ -91,7 +86,7 @@ class Player:
         self.desk.keys("ctrl+a")
         self.desk.type(text)
 
-    def listen(self):
+    def host(self):
         welcome = self.welcome()
 
         def lower():
@@ -101,10 +96,7 @@ class Player:
 
         self.fill(awaited(lower, "a host's welcome dialog"), TXT_NICK, self.nick)
         self.desk.keys("Return")
-
-    def host(self):
-        self.listen()
-        return self.window("Hosting game")
+        self.window("Hosting game")
 
     def join(self, address="127.0.0.1"):
         welcome = self.welcome()
@@ -123,6 +115,7 @@ class Player:
             return self.desk.on_wayland or 0 <= gap < 12 and abs(self.tool.y - self.main.y) < 12 and abs(beside) < 12
 
         awaited(stand, f"{self.nick}'s two windows stand side by side, wholly on the screen")
+        self.listens()
 
     def sit_down(self, x, y):
         """Waits for the game to begin, and puts its two windows there."""
@@ -139,6 +132,10 @@ class Player:
         self.main = next((w for w in windows if w.title.startswith(f"Morva - {self.nick}")), None)
         self.tool = next((w for w in windows if w.title == self.nick or w.inside(TOOL_WIDTH, TOOL_HEIGHT)), None)
         return self.main and self.tool
+
+    def listens(self):
+        """Waits until one of the two windows has the keys: some desktops take a while to hand them back."""
+        awaited(lambda: self.main.has_keys() or self.tool.has_keys(), f"the keys go to {self.nick}'s table")
 
     # At the board.
 
@@ -175,12 +172,6 @@ class Player:
         frame = (self.main.width - BOARD) // 2
         return self.tool.inside(self.tool.width - 2 * frame, TOOL_HEIGHT)
 
-    def has_turn(self):
-        """Whether the own nick is shown in red."""
-        nick = self.tool_inside().picture().part(32, 32, 180, 25)
-        return any(red > 200 and green < 80 and blue < 80
-                   for row in nick.rows for blue, green, red, _ in zip(*[iter(row)] * 4))
-
     # Keys, talk and files. What is typed goes wherever the keys go.
 
     def keys(self, *keys):
@@ -188,11 +179,18 @@ class Player:
 
     def menu(self, *keys):
         """Opens a menu by the first key, and chooses in it by the others, as each submenu comes up."""
-        for key in keys[:-1]:
-            before = self.main.picture()
+        windows = len(self.windows())
+        for depth, key in enumerate(keys[:-1], 1):
             self.desk.keys(key)
-            awaited(lambda: self.main.picture() != before, f"{self.nick}'s menu {key}")
+            awaited(lambda: len(self.windows()) == windows + depth, f"{self.nick}'s menu {key}")
         self.desk.keys(keys[-1])
+
+    def tool_menu(self, *keys):
+        """Opens the tool window's menu, and presses these keys."""
+        windows = len(self.windows())
+        self.tool_inside().click(*LBL_VS, button=3)
+        awaited(lambda: len(self.windows()) > windows, f"{self.nick}'s menu of the tool window")
+        self.desk.keys(*keys)
 
     def say(self, text):
         self.desk.enter(text)
@@ -216,10 +214,17 @@ class Player:
         self.desk.enter(path)
         self.gone(title)
 
+    def text_of(self, name):
+        """What stands in a file of the player's, once it is there. It appears whole."""
+        path = self.folder / name
+        awaited(path.exists, f"the file {name}")
+        return path.read_bytes().decode()
+
     def game_file(self, name):
-        line = awaited(lambda: self._text(name), f"the file {name}")
+        """The letters of the saved board, "." on empty squares of whatever colour."""
+        line = self.text_of(name)
         check(len(line) == 66 and line.endswith("\r\n"), f"{name} holds {line!r}")
-        return pieces(line[:64])
+        return line[:64].replace("d", ".").replace("n", ".")
 
     def saved(self, name):
         """The pieces of the game, saved by this player."""
@@ -230,8 +235,30 @@ class Player:
     def saved_chat(self, name):
         self.menu("alt+g", "v")
         self.name_file("Save Chat", self.folder / name)
-        return awaited(lambda: self._text(name), f"the file {name}")
+        return self.text_of(name)
 
-    def _text(self, name):
-        path = self.folder / name
-        return path.exists() and path.read_bytes().decode()
+
+class Line:
+    """The other end of a host's line, or of the given one."""
+
+    def __init__(self, connection=None):
+        self.connection, self.got = connection or socket.create_connection(("127.0.0.1", PORT)), ""
+
+    def says(self, message):
+        self.connection.sendall(message.encode())
+
+    def hears(self, *messages):
+        """These come, and nothing else has come since the last call."""
+        wanted = "".join(messages)
+        self.connection.setblocking(False)
+
+        def arrived():
+            try:
+                self.got += self.connection.recv(4096).decode()
+            except BlockingIOError:
+                pass
+            check(wanted.startswith(self.got), f"the other side hears {self.got!r}, not {wanted!r}")
+            return self.got == wanted
+
+        awaited(arrived, f"{wanted!r} goes to the other side")
+        self.got = ""
