@@ -26,6 +26,7 @@ STARTS = 15
 MOVES = 101
 IDLE_WINDOWS, IDLE_SECONDS = 3, 10
 FLOOD_SECONDS = 10
+QUITS, LINES = 15, 20
 BARE_PORT = 2950
 LOOK_SECONDS = 0.00005
 ASIDE = 1590, 990  # where the pointer is over nothing
@@ -193,6 +194,35 @@ def under_a_flood(desk, player, guest):
     print(f"{'a click under a flood, at most':44} {max(waits):7.2f} ms {'':29}  200    {verdict(max(waits) < 200)}")
 
 
+def said_before_quitting(desk):
+    """Seconds until both windows of one who quits right after many chat lines are gone. All of them must arrive."""
+    desk.clear()
+    player = Player(desk, "Ann")
+    player.host()
+    guest = Guest()
+    player.sit_down(10, 30)
+    desk.point(*ASIDE)
+    watches = [Watch(desk, x, y, 40, 40, 4) for x, y in (player.square(27), (player.tool.x + 60, player.tool.y + 60))]
+    lines = [f"line {number}" for number in range(1, LINES + 1)]
+    player.main.activate()
+    desk.act(*[word for line in lines
+               for word in ("type", "--delay", 1, "--args", 1, line, "key", "--delay", 1, "Return")])
+    began = time.perf_counter()
+    desk.keys("alt+F4")
+    gone = max(watch.wait("a window goes") for watch in watches) - began
+    guest.line.settimeout(20)
+    arrived = b"".join(iter(lambda: guest.line.recv(4096), b""))
+    check(arrived == b"".join(b"0" + line.encode() for line in lines), f"all lines arrive: {arrived}")
+    return gone
+
+
+def quit_behind_chat(desk):
+    waits = sorted(1000 * said_before_quitting(desk) for _ in range(QUITS))
+    middle = statistics.median(waits)
+    print(f"{f'windows gone, quitting behind {LINES} chat lines':44} {middle:7.2f} ms {'':20} {waits[0]:6.2f} to "
+          f"{waits[-1]:6.2f}  100    {verdict(middle <= 100)}", flush=True)
+
+
 def at_the_table(desk):
     player = Player(desk, "Ann")
     player.host()
@@ -223,6 +253,7 @@ def main():
         desk.point(*ASIDE)
         compare_starts(desk)
         at_the_table(desk)
+        quit_behind_chat(desk)
     print(f"load of the computer after: {os.getloadavg()[0]:.2f}")
 
 
