@@ -84,7 +84,7 @@ class Contrasts : public Walk, public testing::WithParamInterface<const char*> {
       const QString text = widget->property("text").toString();  // of labels, buttons and lines
       if (qobject_cast<const QLabel*>(widget) != nullptr) {
         const auto* control = dynamic_cast<const Label*>(ControlOf(widget));
-        const bool large = widget->font().bold() && widget->font().pixelSize() * kTwipsPerPixel >= 14 * 20;
+        const bool large = control != nullptr && control->FontBold() && control->FontSize() >= 14;
         const bool relief = control != nullptr && control->ReliefOf != nullptr;
         if (!relief) expect(*widget, widget->rect(), text, large ? kReadableLarge : kReadable);
       } else if (const auto* list = qobject_cast<const QListView*>(widget)) {

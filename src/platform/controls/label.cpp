@@ -2,7 +2,7 @@
 
 #include <QLabel>
 #include <QPainter>
-#include <algorithm>
+#include <utility>
 
 #include "platform/controls/native.h"
 #include "platform/controls/pictures.h"
@@ -22,19 +22,23 @@ class FittingLabel : public QLabel {
  public:
   explicit FittingLabel(const Label& label) : label_(label) {}
 
-  void Fit(const QFont& wanted) {
-    constexpr int kSmallest = 5;  // pixels
-    wanted_ = wanted;
-    const bool one_line = height() < 2 * QFontMetrics(wanted).lineSpacing();
-    QFont fitted = one_line ? Fitted(wanted, text(), width()) : wanted;
-    while (!one_line && fitted.pixelSize() > kSmallest && !Fits(fitted)) fitted.setPixelSize(fitted.pixelSize() - 1);
-    if (fitted != font()) setFont(fitted);
+  void SetFont(double points, bool bold) {
+    if (points == points_ && bold == bold_) return;
+    points_ = points;
+    bold_ = bold;
+    Refit();
+  }
+
+  // The text is measured when it is painted: a caller with something more urgent need not wait for it.
+  void Refit() {
+    fits_ = false;
+    update();
   }
 
   Color ShownColor() const { return Readable(Resolved(label_.ForeColor()), GroundBehind(), NeededContrast()); }
 
  protected:
-  void resizeEvent(QResizeEvent* /*event*/) override { Fit(wanted_); }
+  void resizeEvent(QResizeEvent* /*event*/) override { Refit(); }
 
   void paintEvent(QPaintEvent* /*event*/) override {
     if (label_.ReliefOf != nullptr) {
@@ -47,13 +51,24 @@ class FittingLabel : public QLabel {
     DrawText(color, {});
     if (!hasFocus()) return;
     // The label can be much wider than its text, and than its window.
-    const QRect ring(0, 0, fontMetrics().horizontalAdvance(text()) + 2 * ToPixels(kFocusMargin), height());
+    const QRect ring(0, 0, QFontMetrics(FittedFont()).horizontalAdvance(text()) + 2 * ToPixels(kFocusMargin), height());
     QPainter painter(this);
     PaintFocusRing(painter, ring & visibleRegion().boundingRect(), 1);
   }
 
  private:
   int Flags() const { return static_cast<int>(alignment()) | Qt::TextWordWrap; }
+
+  const QFont& FittedFont() const {
+    if (std::exchange(fits_, true)) return fitted_;
+    constexpr int kSmallest = 5;  // pixels
+    fitted_ = ProgramFont(points_, bold_);
+    const bool one_line = height() < 2 * QFontMetrics(fitted_).lineSpacing();
+    if (one_line) fitted_ = Fitted(fitted_, text(), width());
+    while (!one_line && fitted_.pixelSize() > kSmallest && !Fits(fitted_))
+      fitted_.setPixelSize(fitted_.pixelSize() - 1);
+    return fitted_;
+  }
 
   bool Fits(const QFont& font) const {
     return rect().contains(QFontMetrics(font).boundingRect(rect(), Flags(), text()));
@@ -65,7 +80,7 @@ class FittingLabel : public QLabel {
   }
 
   Ground GroundBehind() const {
-    const QFontMetrics metrics(font());
+    const QFontMetrics metrics(FittedFont());
     QRect ink = metrics.boundingRect(rect(), Flags(), text()) & rect();
     ink.setTop(ink.top() + metrics.ascent() - metrics.capHeight());
     if (const auto* box = dynamic_cast<const PictureBox*>(ControlOf(parentWidget()))) {
@@ -77,6 +92,7 @@ class FittingLabel : public QLabel {
 
   void DrawText(Color color, QPoint shift) {
     QPainter painter(this);
+    painter.setFont(FittedFont());
     painter.setPen(QtColor(color));
     painter.drawText(rect().translated(shift), Flags(), text());
   }
@@ -89,7 +105,10 @@ class FittingLabel : public QLabel {
   }
 
   const Label& label_;
-  QFont wanted_ = ProgramFont();
+  double points_ = 0;
+  bool bold_ = false;
+  mutable QFont fitted_;
+  mutable bool fits_ = false;
 };
 
 }  // namespace
@@ -99,7 +118,8 @@ Label::Label()
       Caption({},
               [this] {
                 As<QLabel>(*this).setText(ShortText(Caption()));
-                SetFont();
+                As<FittingLabel>(*this).Refit();
+                SpokenMayChange();
               }),
       ForeColor(kButtonText, [this] { Native()->update(); }),
       FontBold(false, [this] { SetFont(); }),
@@ -112,15 +132,16 @@ Label::Label()
   label.setTextFormat(Qt::PlainText);
   label.setAlignment(Qt::AlignLeft | Qt::AlignTop);
   label.setWordWrap(true);
+  SetFont();
 }
 
 void Label::Rescale() {
   Control::Rescale();
-  SetFont();
+  As<FittingLabel>(*this).Refit();
 }
 
 void Label::SetFont() {
-  As<FittingLabel>(*this).Fit(ProgramFont(FontSize(), FontBold()));
+  As<FittingLabel>(*this).SetFont(FontSize(), FontBold());
   SpokenMayChange();
 }
 
