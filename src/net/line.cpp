@@ -104,9 +104,11 @@ void Line::TellEnd() {
 
 void Line::Tell(std::vector<Event> events) {
   if (events.empty()) return;
-  const std::lock_guard lock(mutex_);
-  std::move(events.begin(), events.end(), std::back_inserter(events_));
-  if (std::exchange(announced_, true)) return;
+  {
+    const std::lock_guard lock(mutex_);
+    std::move(events.begin(), events.end(), std::back_inserter(events_));
+    if (std::exchange(announced_, true)) return;
+  }
   Post([line = weak_from_this()] {
     const auto self = line.lock();
     if (self && self->News) std::function(self->News)();

@@ -11,6 +11,7 @@
 
 #include <cerrno>
 #include <cstdint>
+#include <utility>
 
 namespace morva {
 
@@ -33,7 +34,9 @@ TcpStream::~TcpStream() {
   ::close(wake_);
 }
 
-void TcpStream::Wait(int ms, bool to_read, bool to_write) const {
+void TcpStream::Wait(int ms, bool to_read, bool to_write) {
+  // The other side waits for the acknowledgement, which the system would put off for something to send along with it.
+  if (std::exchange(unacknowledged_, false)) Set(connection_, TCP_QUICKACK, 1);
   const int wanted = (to_read ? POLLIN : 0) | (to_write ? POLLOUT : 0);
   // A broken connection is told even when nothing is wanted, again and again: then it is left out.
   pollfd watched[] = {{wake_, POLLIN, 0}, {wanted != 0 ? connection_ : -1, static_cast<short>(wanted), 0}};
@@ -52,8 +55,7 @@ std::string TcpStream::Read(std::size_t most) {
   const auto size = ::recv(connection_, bytes.data(), bytes.size(), MSG_DONTWAIT);
   if (size == 0 || (size < 0 && !CanTryAgain())) ended_ = true;
   bytes.resize(size > 0 ? static_cast<std::size_t>(size) : 0);
-  // The other side waits for the acknowledgement, which the system would put off for something to send along with it.
-  if (size > 0) Set(connection_, TCP_QUICKACK, 1);
+  if (size > 0) unacknowledged_ = true;
   return bytes;
 }
 

@@ -17,7 +17,7 @@ class TcpStream {
 
   /// Waits for so many milliseconds, or with -1 for as long as it takes, until there is something to read or room to
   /// write, whichever is asked for, or another thread calls Wake().
-  void Wait(int ms, bool to_read, bool to_write) const;
+  void Wait(int ms, bool to_read, bool to_write);
   /// Ends the wait, or the next one. For any thread.
   void Wake() const;
 
@@ -41,6 +41,7 @@ class TcpStream {
   int connection_;
   int wake_;
   bool ended_ = false;
+  bool unacknowledged_ = false;
 };
 
 }  // namespace morva
