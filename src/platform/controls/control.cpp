@@ -131,10 +131,10 @@ bool Control::HasFocus() const { return widget_->hasFocus(); }
 
 void Control::PlaceOn(QWidget* parent, double left, double top, double width, double height) {
   widget_->setParent(parent);
-  Left.Store(left);
-  Top.Store(top);
-  Width.Store(width);
-  Height.Store(height);
+  Store(Left, left);
+  Store(Top, top);
+  Store(Width, width);
+  Store(Height, height);
   Lay();
   widget_->lower();
   widget_->setVisible(Visible());

@@ -24,7 +24,7 @@ using MouseHandler = std::function<void(int Button, int Shift, float X, float Y)
 
 /// A thing on a window. Lengths are twips within the window or the containing control. A control does not take part in
 /// anything before its window has placed it (Form::Place).
-class Control {
+class Control : protected PropertyOwner {
  public:
   Control(const Control&) = delete;
   Control& operator=(const Control&) = delete;

@@ -95,7 +95,7 @@ ListBox::ListBox()
   view.setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
   view.setTextElideMode(Qt::ElideRight);
   QObject::connect(view.selectionModel(), &QItemSelectionModel::currentChanged, [this](const QModelIndex& current) {
-    if (!later_.Requested()) ListIndex.Store(current.row());
+    if (!later_.Requested()) Store(ListIndex, current.row());
   });
 }
 
@@ -109,7 +109,7 @@ void ListBox::AddItem(const std::string& text) {
 void ListBox::Clear() {
   items_.clear();
   model_->Forget();
-  ListIndex.Store(-1);
+  Store(ListIndex, -1);
 }
 
 int ListBox::ListCount() const { return static_cast<int>(items_.size()); }

@@ -60,7 +60,7 @@ OptionButton::OptionButton()
       Caption({}, [this] { As<QRadioButton>(*this).setText(QtText(Caption())); }),
       Value(false, [this] { As<QRadioButton>(*this).setChecked(Value()); }) {
   QObject::connect(&As<QRadioButton>(*this), &QRadioButton::toggled, [this](bool on) {
-    Value.Store(on);
+    Store(Value, on);
     if (!on) return;
     As<GroupedButton>(*this).TakeTabStop();
     if (Click) Click();

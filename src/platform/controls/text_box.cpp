@@ -66,7 +66,7 @@ TextBox::TextBox()
   line.key_press = [this](int key) {
     if (KeyPress) KeyPress(key);
   };
-  QObject::connect(&line, &QLineEdit::textChanged, [this](const QString& text) { Text.Store(StdText(text)); });
+  QObject::connect(&line, &QLineEdit::textChanged, [this](const QString& text) { Store(Text, StdText(text)); });
 }
 
 void TextBox::SelectAll() { As<QLineEdit>(*this).selectAll(); }

@@ -54,7 +54,7 @@ TextLog::TextLog()
 }
 
 void TextLog::Append(const std::string& more) {
-  Text.StoreMore(more);
+  StoreMore(Text, more);
   unshown_ += more;
   later_.Request();
 }

@@ -1,6 +1,8 @@
 #pragma once
 
 #include <functional>
+#include <string>
+#include <type_traits>
 #include <utility>
 
 namespace morva {
@@ -19,8 +21,9 @@ class ReadOnly {
   std::function<T()> read_;
 };
 
+class PropertyOwner;
+
 /// A value of a control that can be read and assigned like a plain member and tells its control when it is assigned.
-/// What the user does (typing, moving a window) is stored by the control itself, without telling it.
 template <class T>
 class Property {
  public:
@@ -41,15 +44,23 @@ class Property {
 
   /// What was assigned or stored last, whatever the toolkit holds now.
   const T& Assigned() const { return value_; }
-  /// Takes over a new value without telling the control.
-  void Store(T value) { value_ = std::move(value); }
-  /// Appends to a text in constant time a piece, without telling the control.
-  void StoreMore(const T& more) { value_ += more; }
 
  private:
+  friend PropertyOwner;
   T value_;
   std::function<void()> assigned_;
   std::function<T()> read_;
+};
+
+/// What has properties: it alone stores what the user has done (typing, choosing) in them, without being told of it.
+class PropertyOwner {
+ protected:
+  template <class T>
+  static void Store(Property<T>& property, std::type_identity_t<T> value) {
+    property.value_ = std::move(value);
+  }
+  /// Appends to a text, in a time that depends on the new piece alone.
+  static void StoreMore(Property<std::string>& property, const std::string& more) { property.value_ += more; }
 };
 
 }  // namespace morva
