@@ -41,6 +41,7 @@ void TcpStream::Wait(int ms, bool to_read, bool to_write) {
   // A broken connection is told even when nothing is wanted, again and again: then it is left out.
   pollfd watched[] = {{wake_, POLLIN, 0}, {wanted != 0 ? connection_ : -1, static_cast<short>(wanted), 0}};
   ::poll(watched, 2, ms);
+  if (watched[0].revents == 0) return;
   std::uint64_t calls = 0;
   [[maybe_unused]] const auto taken = ::read(wake_, &calls, sizeof(calls));
 }
@@ -51,12 +52,11 @@ void TcpStream::Wake() const {
 }
 
 std::string TcpStream::Read(std::size_t most) {
-  std::string bytes(most, '\0');
-  const auto size = ::recv(connection_, bytes.data(), bytes.size(), MSG_DONTWAIT);
+  if (room_.size() < most) room_.resize(most);
+  const auto size = ::recv(connection_, room_.data(), most, MSG_DONTWAIT);
   if (size == 0 || (size < 0 && !CanTryAgain())) ended_ = true;
-  bytes.resize(size > 0 ? static_cast<std::size_t>(size) : 0);
   if (size > 0) unacknowledged_ = true;
-  return bytes;
+  return room_.substr(0, size > 0 ? static_cast<std::size_t>(size) : 0);
 }
 
 std::size_t TcpStream::Write(std::string_view bytes) {

@@ -40,6 +40,7 @@ class TcpStream {
  private:
   int connection_;
   int wake_;
+  std::string room_;  // for what is read
   bool ended_ = false;
   bool unacknowledged_ = false;
 };
