@@ -142,7 +142,7 @@ void NativeWindow::MoveTo(QPoint corner, const QRect& around) {
   asked_ = place_ = corner;
   const QRect place(corner, OuterSize());
   if (!isWindow()) {
-    move(corner - OwnersInside());
+    move(WhollyOn(parentWidget()->rect(), QRect(corner - OwnersInside(), size())));
   } else if (InSight(place)) {
     const QRect screen = ScreenFor(place)->availableGeometry();
     const QPoint shift = around.isNull() ? QPoint() : WhollyOn(screen, around) - around.topLeft();
