@@ -6,7 +6,7 @@ Usage: evening.py DESKTOP..."""
 import sys
 
 from desk import DESKTOPS, Desk, awaited, check, own_network, run
-from player import (BOARD, CHANGE_DIALOG, CHESS, LBL_NICK, LBL_TIME, LST_HIST, NICKS, PORTRAIT, Player)
+from player import (BOARD, CHANGE_DIALOG, CHESS, LBL_NICK, LBL_TIME, LST_HIST, NICKS, Player)
 
 ASIDE = 2, 2  # where the pointer is over nothing
 
@@ -17,13 +17,13 @@ class Evening:
         self.said = ""
         self.expected = list(CHESS)
 
-    def type(self, words):
+    def type(self, words, pasted=""):
         """Ann types a line as soon as her table has the keys, without a look at where in it they go."""
         self.ann.listens()
         before = self.bob.log()
         self.ann.say(words)
         awaited(lambda: self.bob.log() != before, f"what Ann types {words} reaches Bob")
-        self.said += f"\r\n<Ann>  {words}"
+        self.said += f"\r\n<Ann>  {pasted}{words}"
 
     def move(self, player, start, end):
         """Drags a piece to a square of the same colour, and waits until the other sees it there."""
@@ -109,9 +109,10 @@ class Evening:
 
     def text_from_the_log(self):
         x, y = self.ann.corner()
-        self.ann_desk.act("mousemove", x + 70, y + BOARD + 40, "click", "--repeat", 3, "--delay", 30, 1)
-        self.ann.keys("ctrl+Insert")
-        self.type("after clicks in the log")
+        self.ann_desk.act("mousemove", x + 20, y + BOARD + 40, "click", "--repeat", 2, "--delay", 30, 1)  # on a nick
+        if not self.ann_desk.on_wayland:  # Weston hands on no selection; the middle button puts it into the chat line
+            self.ann_desk.click(x + 20, y + BOARD + 82, button=2)
+        self.type(" after clicks in the log", pasted="" if self.ann_desk.on_wayland else "Ann")
 
     def the_last_move_flies(self):
         self.ann_desk.point(*ASIDE)
