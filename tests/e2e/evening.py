@@ -6,7 +6,7 @@ Usage: evening.py DESKTOP..."""
 import sys
 
 from desk import DESKTOPS, Desk, awaited, check, own_network, run
-from player import (BOARD, CHANGE_DIALOG, CHESS, LBL_NICK, LBL_TIME, LST_HIST, NICKS, Player)
+from player import (BOARD, CHANGE_DIALOG, CHESS, LBL_NICK, LBL_TIME, LST_HIST, NICKS, START_PICTURE, Player)
 
 ASIDE = 2, 2  # where the pointer is over nothing
 
@@ -69,6 +69,7 @@ class Evening:
         self.type("after a box")
         self.ann.keys("ctrl+x")
         self.bob.answer("Message", "Return")
+        self.bob.listens()
         self.bob.keys("ctrl+z")  # no click before: the box has given the keys back
         self.ann.answer("Message", "Return")
         self.ann.menu("alt+m", "Escape")
@@ -92,13 +93,18 @@ class Evening:
         """Another program's window comes over the board and the tool window, which is to lie on top or below it."""
         if self.ann_desk.on_wayland or self.ann_desk.desktop == "none":  # no other program; nobody who puts it in front
             return
-        shown = self.ann.tool.picture(*NICKS)
         eve = Player(self.ann_desk, "Eve")
-        eve.welcome()
+        awaited(lambda: eve.find(START_PICTURE), "another program").click(0, 0, 2000, 2000)
+
+        def has_keys():  # some desktops leave them where somebody has just typed
+            window = eve.find("Morva")
+            return window and (window.has_keys() or window.activate())
+
+        awaited(has_keys, "the other program has the keys")
+        shown = self.ann.tool.picture(*NICKS)  # where it has no keys any more
         eve.find("Morva").move(self.ann.tool.x - 60, self.ann.tool.y)
         for on_top in (True, False) if self.ann_desk.desktop != "icewm" else [True]:  # who keeps it there for good
-            eve.find("Morva").activate()
-            eve.window("Morva")
+            awaited(has_keys, "the other program has the keys")
             awaited(lambda: (self.ann.tool.picture(*NICKS) == shown) == on_top, "the tool window lies where it should")
             x, y = self.ann.corner()
             self.ann_desk.click(x + 100, y + BOARD + 40)
