@@ -196,7 +196,6 @@ def under_a_flood(desk, player, guest):
 
 def said_before_quitting(desk):
     """Seconds until both windows of one who quits right after many chat lines are gone. All of them must arrive."""
-    desk.clear()
     player = Player(desk, "Ann")
     player.host()
     guest = Guest()
@@ -213,6 +212,7 @@ def said_before_quitting(desk):
     guest.line.settimeout(20)
     arrived = b"".join(iter(lambda: guest.line.recv(4096), b""))
     check(arrived == b"".join(b"0" + line.encode() for line in lines), f"all lines arrive: {arrived}")
+    player.process.wait(20)
     return gone
 
 
@@ -253,6 +253,7 @@ def main():
         desk.point(*ASIDE)
         compare_starts(desk)
         at_the_table(desk)
+    with Desk() as desk:
         quit_behind_chat(desk)
     print(f"load of the computer after: {os.getloadavg()[0]:.2f}")
 
