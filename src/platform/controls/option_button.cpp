@@ -39,6 +39,8 @@ class GroupedButton : public QRadioButton {
   }
 
   void keyPressEvent(QKeyEvent* event) override {
+    // On some desktops Enter would press this button; here it belongs to the default button.
+    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) return event->ignore();
     const bool forward = event->key() == Qt::Key_Down || event->key() == Qt::Key_Right;
     if (!forward && event->key() != Qt::Key_Up && event->key() != Qt::Key_Left) {
       return QRadioButton::keyPressEvent(event);
