@@ -1,8 +1,7 @@
 #include "platform/system/sound.h"
 
-#include <dlfcn.h>
-
 #include <QCoreApplication>
+#include <QLibrary>
 #include <QTimer>
 
 namespace morva {
@@ -14,8 +13,14 @@ using Play = void (*)(std::span<const unsigned char> wave);
 // The multimedia library and the thirty others that it needs are not loaded before there is something to hear. Where
 // one of them is missing: silence.
 Play Speaker() {
-  static void* const part = ::dlopen("morva-sound.so", RTLD_NOW);
-  return part == nullptr ? nullptr : reinterpret_cast<Play>(::dlsym(part, "PlayThroughSpeaker"));
+  const QString program = QCoreApplication::applicationDirPath();
+  Play play = nullptr;
+  for (const char* folder : {"/" MORVA_PARTS, ""}) {
+    if (play == nullptr) {
+      play = reinterpret_cast<Play>(QLibrary::resolve(program + folder + "/morva-sound", "PlayThroughSpeaker"));
+    }
+  }
+  return play;
 }
 
 }  // namespace
@@ -24,7 +29,8 @@ Play Speaker() {
 void PlaySoundImage(std::span<const unsigned char> wave) {
   constexpr int kAfterPaintingMs = 1;
   QTimer::singleShot(kAfterPaintingMs, QCoreApplication::instance(), [wave] {
-    if (const Play play = Speaker()) play(wave);
+    static const Play play = Speaker();
+    if (play != nullptr) play(wave);
   });
 }
 
