@@ -1,6 +1,6 @@
 #include "platform/window/native_window.h"
 
-#include <QApplication>
+#include <QGuiApplication>
 #include <QMenu>
 #include <QMenuBar>
 #include <QScreen>
@@ -14,7 +14,7 @@
 #include "platform/drawing/pixels.h"
 #include "platform/window/zoom.h"
 
-// Where a window stands, how large it is, what lies before what, and whether it is seen.
+// Where a window stands, how large it is, and whether it is seen.
 
 namespace morva {
 
@@ -62,8 +62,6 @@ QPoint WhollyOn(const QRect& screen, const QRect& place) {
           std::max(screen.top(), std::min(place.top(), screen.bottom() + 1 - place.height()))};
 }
 
-bool PlacesWindows() { return !QGuiApplication::platformName().startsWith("wayland"); }
-
 // What the window manager draws round a window with a title bar, as last seen; nothing where there is none.
 std::optional<QMargins>& Frame() {
   static std::optional<QMargins> frame;
@@ -76,9 +74,9 @@ bool IsFrame(const QMargins& margins) {
   return std::min({margins.left(), margins.top(), margins.right(), margins.bottom()}) >= 0;
 }
 
-bool NoWindowManager() { return Frame() && Frame()->isNull(); }
-
 }  // namespace
+
+bool NativeWindow::NoWindowManager() { return Frame() && Frame()->isNull(); }
 
 void NativeWindow::SizeClient(QSizeF twips) {
   const QSize client = PixelsOf(twips);
@@ -256,59 +254,6 @@ void NativeWindow::ShowWhereSeen() {
   }
   looks_left_ = isWindow() && !testAttribute(Qt::WA_ShowWithoutActivating) ? 15 : 1;
   activation_.start(0);
-}
-
-void NativeWindow::BelongTo(NativeWindow& owner) {
-  const bool part = style_.within_owner || (!style_.title_bar && !PlacesWindows());
-  setParent(&owner, part ? Qt::SubWindow : windowFlags());
-}
-
-void NativeWindow::TakeKeys() {
-  // A window manager brings forward what it gives the keys to, and takes a request of its own amiss.
-  if (NoWindowManager() || !isWindow()) raise();
-  activateWindow();
-}
-
-void NativeWindow::ActivateEnabled() {
-  const QWidgetList windows = QApplication::topLevelWidgets();
-  for (QWidget* window : windows) {
-    auto* form = dynamic_cast<NativeWindow*>(window);
-    if (form != nullptr && form->takes_input && form->isVisible() && form->windowType() != Qt::Tool) form->TakeKeys();
-  }
-}
-
-void NativeWindow::StayOnTop(bool on) {
-  on_top_ = on;
-  forward_ = forward_ || on;
-  if (windowHandle() == nullptr && isWindow()) setWindowFlag(Qt::WindowStaysOnTopHint, on);
-  if (windowHandle() != nullptr) settling_.start(0);
-}
-
-// What is to make room for a window must have done so before that one comes: some window managers leave it in front.
-void NativeWindow::LetBeCovered() {
-  const QWidgetList windows = QApplication::topLevelWidgets();
-  for (QWidget* window : windows) {
-    auto* form = dynamic_cast<NativeWindow*>(window);
-    if (form == nullptr || form->on_top_ || form->forward_ || !form->settling_.isActive()) continue;
-    form->settling_.stop();
-    form->SettleOnTop();
-  }
-}
-
-void NativeWindow::SettleOnTop() {
-  const bool forward = std::exchange(forward_, false);
-  QWindow* window = windowHandle();
-  if (window == nullptr || !shown_) return;
-  if (window->flags().testFlag(Qt::WindowStaysOnTopHint) != on_top_) {
-    overrideWindowFlags(windowFlags().setFlag(Qt::WindowStaysOnTopHint, on_top_));
-    window->setFlag(Qt::WindowStaysOnTopHint, on_top_);
-  }
-  if (forward && on_top_ && window->isExposed() && !std::exchange(told_on_top_, true)) {
-    // Some window managers lay a window no higher than the one that it belongs to, until told so while both are seen.
-    window->setFlag(Qt::WindowStaysOnTopHint, false);
-    window->setFlag(Qt::WindowStaysOnTopHint);
-  }
-  if (forward && (!on_top_ || NoWindowManager())) raise();
 }
 
 }  // namespace morva

@@ -86,6 +86,7 @@ class NativeWindow : public QWidget {
   void keyPressEvent(QKeyEvent* event) override;
 
  private:
+  static bool NoWindowManager();
   static void ActivateEnabled();
   static void LetBeCovered();
   bool HasTitleBar() const;
