@@ -24,9 +24,10 @@ bool IsDark(const QPalette& palette) {
 }
 
 // The outlines that the style draws are darker than the window: on a dark one they are lost.
-QColor Outline(const QPalette& palette) {
+QColor Outline(const QPalette& palette, bool focus = false) {
   constexpr Color kGrey = 0x757575;
-  return QtColor(Readable(kGrey, WindowOf(palette), kReadableLarge));
+  const Color wanted = focus ? ColorOf(palette.color(QPalette::Highlight)) : kGrey;
+  return QtColor(Readable(wanted, WindowOf(palette), kReadableLarge));
 }
 
 constexpr int kSignSide = 32;  // pixels of the layout
@@ -94,11 +95,11 @@ void Style::drawPrimitive(PrimitiveElement element, const QStyleOption* option, 
   if (!IsDark(option->palette)) return;
   const bool box = element == PE_FrameLineEdit || element == PE_PanelButtonCommand || element == PE_Frame;
   const bool ring = element == PE_IndicatorRadioButton;
-  if (!ring && (!box || option->state.testFlag(State_HasFocus))) return;
+  if (!ring && !box) return;
   const QRectF line = QRectF(option->rect).adjusted(0.5, 0.5, -0.5, -0.5);
   painter->save();
   painter->setRenderHint(QPainter::Antialiasing);
-  painter->setPen(Outline(option->palette));
+  painter->setPen(Outline(option->palette, option->state.testFlag(State_HasFocus)));
   painter->setBrush(Qt::NoBrush);
   ring ? painter->drawEllipse(line) : painter->drawRoundedRect(line, 2, 2);
   painter->restore();

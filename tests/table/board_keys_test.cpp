@@ -52,6 +52,19 @@ TEST_F(Keys, TabGoesRoundWhatIsSeen) {
   }
 }
 
+TEST_F(Keys, TheHistoryIsWalkedToBothEnds) {
+  for (const char* move : {"15236", "11228", "15535", "11127"}) Tell(move);
+  ListBox& history = frmToolWindow->lstHist;
+  const std::pair<Qt::Key, int> steps[] = {{Qt::Key_Home, 0},   {Qt::Key_Up, 0},      {Qt::Key_Down, 1},
+                                           {Qt::Key_End, 3},    {Qt::Key_Down, 3},    {Qt::Key_Up, 2},
+                                           {Qt::Key_PageUp, 0}, {Qt::Key_PageDown, 3}};
+  for (const auto& [key, line] : steps) {
+    QTest::qWait(1);  // a line is shown with the next painting
+    QTest::keyClick(history.Native(), key);
+    EXPECT_EQ(history.ListIndex(), line) << key;
+  }
+}
+
 TEST_F(Keys, TheCursorStaysOnTheBoard) {
   const std::tuple<Qt::Key, Qt::KeyboardModifiers, int> steps[] = {
       {Qt::Key_Up, {}, 0},     {Qt::Key_Left, {}, 0},   {Qt::Key_Down, {}, 8},  {Qt::Key_End, {}, 15},

@@ -44,7 +44,6 @@ TextLog::TextLog()
       SelStart(0, [this] { later_.Request(); }),
       later_([this] { Show(); }) {
   auto& log = As<QPlainTextEdit>(*this);
-  log.setReadOnly(true);
   log.setTabStopDistance(ToPixels(kTabStop));
   log.setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
   log.setUndoRedoEnabled(false);
