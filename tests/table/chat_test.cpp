@@ -1,4 +1,5 @@
 #include <QClipboard>
+#include <QPointer>
 
 #include "tests/game.h"
 
@@ -45,6 +46,30 @@ TEST_F(Chat, LinesGoToTheLogAndOut) {
   frmChess->coordinates.cmdShowCoord.SetFocus();
   frmChess->cmdDefault.Click();
   EXPECT_TRUE(Log().empty() && Sent().empty() && ChatHasFocus() && frmChess->cmdDefault.Left() < -9000);
+}
+
+TEST_F(Chat, ABoxIsNotAnsweredByTheLineThatIsBeingTyped) {
+  Type("I w");
+  Tell("0check");
+  ASSERT_TRUE(Await([] { return QApplication::activeModalWidget() != nullptr; }));
+  const QPointer<QWidget> box = QApplication::activeModalWidget();
+  QWidget* ok = box->findChild<QAbstractButton*>();
+  const auto answer = [&] {
+    QTest::mouseClick(ok, Qt::LeftButton);
+    QTest::keyClick(ok, Qt::Key_Return);
+  };
+  for (const char key : std::string("in")) QTest::keyClick(ok, key);
+  QTest::keyClick(ok, Qt::Key_S, Qt::ControlModifier);
+  answer();
+  EXPECT_TRUE(box != nullptr && box->isVisible() && Sent() == "0I win" && !frmShowMove.Loaded());
+  for (int held = 0; held < 40; ++held) {  // the key repeats itself far beyond the time in which the box is deaf
+    QTest::qWait(20);
+    QTest::keyPress(ok, Qt::Key_Return);
+  }
+  EXPECT_TRUE(box->isVisible());
+  QTest::qWait(200);
+  QTest::keyClick(ok, Qt::Key_Return);
+  EXPECT_TRUE(Await([&] { return box.isNull(); }));
 }
 
 TEST_F(Chat, TheMenuActsInTheMiddleOfALine) {
