@@ -54,13 +54,10 @@ TEST_F(Chat, ABoxIsNotAnsweredByTheLineThatIsBeingTyped) {
   ASSERT_TRUE(Await([] { return QApplication::activeModalWidget() != nullptr; }));
   const QPointer<QWidget> box = QApplication::activeModalWidget();
   QWidget* ok = box->findChild<QAbstractButton*>();
-  const auto answer = [&] {
-    QTest::mouseClick(ok, Qt::LeftButton);
-    QTest::keyClick(ok, Qt::Key_Return);
-  };
   for (const char key : std::string("in")) QTest::keyClick(ok, key);
   QTest::keyClick(ok, Qt::Key_S, Qt::ControlModifier);
-  answer();
+  QTest::mouseClick(ok, Qt::LeftButton);
+  QTest::keyClick(ok, Qt::Key_Return);
   EXPECT_TRUE(box != nullptr && box->isVisible() && Sent() == "0I win" && !frmShowMove.Loaded());
   for (int held = 0; held < 40; ++held) {  // the key repeats itself far beyond the time in which the box is deaf
     QTest::qWait(20);
