@@ -57,7 +57,7 @@ def two_copies_play_and_show_the_manual():
         ann.host()
         bob = Player(desk, "Bob")  # in a folder with a manual of its own
         bob.join("127.0.0.1")
-        ann.table_opens()
+        ann.table_stands()
         ann.main.activate()
         desk.type("x")
         part = str(SHARE.parent / "lib") + r"/\S*morva/morva-sound\.so"

@@ -104,7 +104,7 @@ class Player:
         self.fill(welcome, TXT_HOST, address)
         self.desk.keys("Return")
 
-    def table_opens(self):
+    def table_stands(self):
         """Waits for the game's two windows to stand side by side, as far as the desktop lets them."""
 
         def stand():
@@ -115,11 +115,15 @@ class Player:
             return self.desk.on_wayland or 0 <= gap < 12 and abs(self.tool.y - self.main.y) < 12 and abs(beside) < 12
 
         awaited(stand, f"{self.nick}'s two windows stand side by side, wholly on the screen")
+
+    def table_opens(self):
+        """Waits for a table that has the keys, on a desk where nobody else has one."""
+        self.table_stands()
         self.listens()
 
     def sit_down(self, x, y):
         """Waits for the game to begin, and puts its two windows there."""
-        self.table_opens()
+        self.table_stands()
         self.main.move(x, y)
         self.tool.move(x + BOARD + 12, y)
         awaited(lambda: self.look() and self.main.x - x in range(10) and self.tool.x - x - BOARD in range(30)
