@@ -60,8 +60,8 @@ def two_copies_play_and_show_the_manual():
         ann.table_stands()
         ann.main.activate()
         desk.type("x")
-        part = str(SHARE.parent / "lib") + r"/\S*morva/morva-sound\.so"
-        awaited(lambda: re.search(part, Path(f"/proc/{ann.process.pid}/maps").read_text()), "the key is to be heard")
+        maps = Path(f"/proc/{ann.process.pid}/maps")
+        awaited(lambda: re.search(rf"{SHARE.parent}/lib/\S*morva/morva-sound\.so", maps.read_text()), "the key is heard")
         desk.keys("F1")
         ann.window("Instructions")
         for player, folder in (ann, SHARE / "games" / "morva"), (bob, bob.folder):
