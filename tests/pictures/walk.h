@@ -40,10 +40,6 @@ class Walk : public GameTest {
 
   void SetUp() override { QApplication::setCursorFlashTime(0); }
 
-  void TearDown() override {
-    GameTest::TearDown();
-  }
-
   void Go(const Look& look) {
     look_ = look;
     ASSERT_NO_FATAL_FAILURE(StartUp());
