@@ -1,4 +1,4 @@
-// What assistive tools find, over their own interface. What they are told is heard in tests/e2e/heard.py.
+// What assistive tools find, over their own interface. What they are told is heard in tests/e2e/keys.py.
 
 #include <QAccessible>
 #include <QAccessibleActionInterface>
