@@ -160,8 +160,7 @@ class Desk:
                 self._start_weston()
             elif self.desktop != "none":
                 self.start("dbus-run-session", "--", *DESKTOPS[self.desktop].split())
-                awaited(lambda: "window id" in self.output("xprop", "-root", "_NET_SUPPORTING_WM_CHECK"),
-                        f"the window manager {self.desktop}")
+                awaited(self._shows_windows, f"the window manager {self.desktop}")
         except BaseException:
             self.__exit__()
             raise
@@ -194,6 +193,15 @@ class Desk:
         header = struct.unpack(">25I", self.screen[:100])
         self.bytes_a_line = header[12]
         self.first_pixel = header[0] + 12 * header[19]
+
+    def _shows_windows(self):
+        """A window manager that says that it is there can still lose the first window."""
+        if "window id" not in self.output("xprop", "-root", "_NET_SUPPORTING_WM_CHECK"):
+            return False
+        probe = self.start("xev")
+        shown = self.output("timeout", 1, "xdotool", "search", "--sync", "--onlyvisible", "--name", "Event Tester")
+        self.end(probe)
+        return shown
 
     def _start_weston(self):
         """Weston in a window that fills the screen, so that mouse, keys and pictures go by way of the screen here too."""
