@@ -83,16 +83,14 @@ def run(plays):
 
 
 class Window:
-    """A window on the screen: its title, and the place and size of its outline in pixels, without the frame that a
-    window manager draws, but with the frame that a program draws."""
+    """A window on the screen: title, place and size in pixels, with a frame that the program itself draws, if any."""
 
     def __init__(self, desk, ident, title, x, y, width, height):
         self.desk, self.ident, self.title = desk, ident, title
         self.x, self.y, self.width, self.height = map(int, (x, y, width, height))
 
     def inside(self, width, height):
-        """The window less a frame of the program's own: as thick below as at the sides, and a title bar above. None if
-        that does not leave the size."""
+        """The window less the program's own frame and title bar. None if that does not leave the size."""
         frame, title_bar = (self.width - width) // 2, self.height - height - (self.width - width) // 2
         thickest = 40 if self.desk.on_wayland else 3
         if not 0 <= frame <= thickest or not frame <= title_bar <= frame + thickest // 4 * 3 or self.width % 2 != width % 2:
@@ -124,8 +122,7 @@ class Window:
 
 
 class Desk:
-    """One screen. Use it in a with statement: at the end every program on it is ended, and after a failure a picture of
-    it is kept."""
+    """One screen, for a with statement: at its end every program on it is ended. Of a failure a picture is kept."""
 
     TREE_LINE = re.compile(
         r'^\s+(0x[0-9a-f]+) (?:"(.*)"|\(has no name\)): \(.*\)\s+(\d+)x(\d+)\+-?\d+\+-?\d+\s+\+(-?\d+)\+(-?\d+)$', re.M)

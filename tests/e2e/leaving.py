@@ -1,5 +1,4 @@
-"""The other side leaves, is killed or cut off, whatever Ann has in front of her: she is asked, saves the game, and her
-program ends. The other side is a bare socket here."""
+"""The other side, a bare socket, goes, whatever Ann has in front of her: she is asked, saves, and her program ends."""
 
 import socket
 import struct
