@@ -191,8 +191,7 @@ class Desk:
         self.bytes_a_line = header[12]
         self.first_pixel = header[0] + 12 * header[19]
 
-    def _shows_windows(self):
-        """A window manager that says that it is there can still lose the first window."""
+    def _shows_windows(self):  # a window manager that says that it is there can still lose the first one
         if "window id" not in self.output("xprop", "-root", "_NET_SUPPORTING_WM_CHECK"):
             return False
         probe = self.start("xev")

@@ -100,11 +100,15 @@ class Evening:
             window = eve.find("Morva")
             return window and (window.has_keys() or window.activate())
 
+        def is_there():  # for good: it centres itself as soon as it knows its frame
+            window = eve.find("Morva")
+            return abs(window.x - self.ann.tool.x + 60) < 30 or window.move(self.ann.tool.x - 60, self.ann.tool.y)
+
         awaited(has_keys, "the other program has the keys")
         shown = self.ann.tool.picture(*NICKS)  # where it has no keys any more
-        eve.find("Morva").move(self.ann.tool.x - 60, self.ann.tool.y)
         for on_top in (True, False) if self.ann_desk.desktop != "icewm" else [True]:  # who keeps it there for good
             awaited(has_keys, "the other program has the keys")
+            awaited(is_there, "the other program is over the tool window")
             awaited(lambda: (self.ann.tool.picture(*NICKS) == shown) == on_top, "the tool window lies where it should")
             x, y = self.ann.corner()
             self.ann_desk.click(x + 100, y + BOARD + 40)

@@ -116,8 +116,7 @@ class Player:
 
         awaited(stand, f"{self.nick}'s two windows stand side by side, wholly on the screen")
 
-    def table_opens(self):
-        """Waits for a table that has the keys, on a desk where nobody else has one."""
+    def table_opens(self):  # on a desk where no other table has the keys
         self.table_stands()
         self.listens()
 
@@ -137,8 +136,7 @@ class Player:
         self.tool = next((w for w in windows if w.title == self.nick or w.inside(TOOL_WIDTH, TOOL_HEIGHT)), None)
         return self.main and self.tool
 
-    def listens(self):
-        """Waits until one of the two windows has the keys: some desktops take a while to hand them back."""
+    def listens(self):  # some desktops take a while to hand the keys back
         awaited(lambda: self.main.has_keys() or self.tool.has_keys(), f"the keys go to {self.nick}'s table")
 
     # At the board.
