@@ -120,16 +120,14 @@ class Player:
         self.table_stands()
         self.listens()
 
-    def sit_down(self, x, y):
-        """Waits for the game to begin, and puts its two windows there."""
+    def sit_down(self, x, y):  # puts the game's two windows there once it has begun
         self.table_stands()
         self.main.move(x, y)
         self.tool.move(x + BOARD + 12, y)
         awaited(lambda: self.look() and self.main.x - x in range(10) and self.tool.x - x - BOARD in range(30)
                 and self.main.y == self.tool.y, f"{self.nick}'s two windows in their places")
 
-    def look(self):
-        """Finds the game's two windows anew: they may have been moved."""
+    def look(self):  # anew each time: the game's two windows may have been moved
         windows = self.windows()
         # The main window's title goes on with the name of the square under the pointer.
         self.main = next((w for w in windows if w.title.startswith(f"Morva - {self.nick}")), None)

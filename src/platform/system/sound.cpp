@@ -14,13 +14,11 @@ using Play = void (*)(std::span<const unsigned char> wave);
 // one of them is missing: silence.
 Play Speaker() {
   const QString program = QCoreApplication::applicationDirPath();
-  Play play = nullptr;
   for (const char* folder : {"/" MORVA_PARTS, ""}) {
-    if (play == nullptr) {
-      play = reinterpret_cast<Play>(QLibrary::resolve(program + folder + "/morva-sound", "PlayThroughSpeaker"));
-    }
+    const auto found = QLibrary::resolve(program + folder + "/morva-sound", "PlayThroughSpeaker");
+    if (found != nullptr) return reinterpret_cast<Play>(found);
   }
-  return play;
+  return nullptr;
 }
 
 }  // namespace

@@ -88,13 +88,8 @@ void Notify(NativeWindow& window, const QString& words) {
 
 // The window that the user works in, and where that is another program's or a box, our main one.
 NativeWindow* Announcing() {
-  NativeWindow* announcing = NativeWindow::Of(QApplication::activeWindow());
-  const QWidgetList windows = QApplication::topLevelWidgets();
-  for (QWidget* window : windows) {
-    if (announcing != nullptr) break;
-    if (window->isVisible() && window->windowType() == Qt::Window) announcing = NativeWindow::Of(window);
-  }
-  return announcing;
+  NativeWindow* active = NativeWindow::Of(QApplication::activeWindow());
+  return active != nullptr ? active : NativeWindow::Main();
 }
 
 class Announcer : public QObject {

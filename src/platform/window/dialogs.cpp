@@ -47,19 +47,11 @@ QString StartFolder(const std::string& wanted) {
   return QDir::currentPath();
 }
 
-QWidget* MainWindow() {
-  const QWidgetList windows = QApplication::topLevelWidgets();
-  const auto ours = std::find_if(windows.begin(), windows.end(), [](const QWidget* window) {
-    return NativeWindow::Of(window) != nullptr && window->isVisible() && window->windowType() == Qt::Window;
-  });
-  return ours == windows.end() ? nullptr : *ours;
-}
-
 // A box belongs to the window that the user works in, and where that is another program's, to our main one.
 QWidget* Parent() {
   QWidget* active = QApplication::activeWindow();
   if (active != nullptr && active->windowType() == Qt::Tool) active = active->parentWidget();
-  return active != nullptr ? active : MainWindow();
+  return active != nullptr ? active : NativeWindow::Main();
 }
 
 void SetUp(QMessageBox& box, const std::string& text, const std::string& title) {
@@ -134,7 +126,7 @@ MsgBoxResult MsgBox(const std::string& text, const std::string& title, MsgBoxBut
 void ShowNotice(const std::string& text, const std::string& title, const std::function<bool()>& busy,
                 const std::function<void()>& closed) {
   if (QApplication::activeModalWidget() != nullptr || QApplication::activePopupWidget() != nullptr || busy()) {
-    QTimer::singleShot(kLookAgainMs, MainWindow(), [=] { ShowNotice(text, title, busy, closed); });
+    QTimer::singleShot(kLookAgainMs, NativeWindow::Main(), [=] { ShowNotice(text, title, busy, closed); });
     return;
   }
   auto* box = new QMessageBox(Parent());

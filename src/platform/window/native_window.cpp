@@ -80,6 +80,14 @@ NativeWindow* NativeWindow::Of(const QWidget* widget) {
   return nullptr;
 }
 
+NativeWindow* NativeWindow::Main() {
+  const QWidgetList windows = QApplication::topLevelWidgets();
+  const auto main = std::find_if(windows.begin(), windows.end(), [](const QWidget* window) {
+    return Of(window) != nullptr && window->isVisible() && window->windowType() == Qt::Window;
+  });
+  return main == windows.end() ? nullptr : Of(*main);
+}
+
 QMenuBar& NativeWindow::Bar() {
   if (bar_ == nullptr) {
     bar_ = new QMenuBar(this);

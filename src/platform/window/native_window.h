@@ -28,6 +28,8 @@ class NativeWindow : public QWidget {
 
   /// The form's window that the widget stands on; none for the toolkit's own windows (menus, boxes).
   static NativeWindow* Of(const QWidget* widget);
+  /// The main window that is seen; none before there is one.
+  static NativeWindow* Main();
 
   FormEvents& Events() { return events_; }
   const FormStyle& Style() const { return style_; }
