@@ -16,7 +16,7 @@ import time
 from pathlib import Path
 
 BUILD = Path(sys.argv[1] if len(sys.argv) > 1 else "build-bench").resolve()
-os.environ["MORVA"] = str(BUILD / "morva")
+os.environ["MORVA"] = str(BUILD / "installed" / "bin" / "morva")
 sys.path.insert(0, str(Path(__file__).resolve().parents[1] / "tests" / "e2e"))
 
 from desk import Desk, Failure, awaited, check, own_network  # noqa: E402: the module reads the place of the program

@@ -141,7 +141,7 @@ QImage icon(const Set& set, int size) {
 int make(const QDir& folder) {
   const auto save = [&](const QImage& image, const QString& name) {
     const QString path = folder.filePath(name);
-    if (image.save(path, "PNG")) return true;
+    if (image.save(path)) return true;
     std::fprintf(stderr, "make_pictures: cannot write %s\n", qPrintable(path));
     return false;
   };
@@ -149,10 +149,10 @@ int make(const QDir& folder) {
   bool good = true;
   const QImage table = splash_scene(set), sitter = portrait_scene(set);
   for (const int scale : {1, 2}) {
-    const QString end = scale == 1 ? ".png" : "@2x.png";
-    good = save(splash(table, scale), "splash" + end) && good;
-    good = save(portrait(sitter, scale), "portrait" + end) && good;
-    good = save(hand(scale), "hand" + end) && good;
+    const QString finer = scale == 1 ? "" : "@2x";
+    good = save(splash(table, scale), "splash" + finer + ".ppm") && good;
+    good = save(portrait(sitter, scale), "portrait" + finer + ".ppm") && good;
+    good = save(hand(scale), "hand" + finer + ".png") && good;
   }
   for (const int size : {16, 24, 32, 48, 64, 128, 256})
     good = save(icon(set, size), QString("icon-%1.png").arg(size)) && good;
