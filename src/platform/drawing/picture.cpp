@@ -94,7 +94,7 @@ QImage PlainPicture(const QResource& stored) {
   const auto head = QByteArray::fromRawData(reinterpret_cast<const char*>(stored.data()), stored.size()).left(20);
   int width = 0, height = 0, pixels = 0;
   if (std::sscanf(head.constData(), "P6 %d %d 255%n", &width, &height, &pixels) != 2) return {};
-  return {stored.data() + pixels + 1, width, height, 3 * width, QImage::Format_RGB888};
+  return {stored.data() + pixels + 1, width, height, 3 * qsizetype{width}, QImage::Format_RGB888};
 }
 
 }  // namespace
