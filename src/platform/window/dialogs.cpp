@@ -106,8 +106,8 @@ bool Ask(CommonDialog& settings, QFileDialog::AcceptMode mode) {
 MsgBoxResult MsgBox(const std::string& text, const std::string& title, MsgBoxButtons buttons, MsgBoxIcon icon,
                     MsgBoxCause cause) {
   QMessageBox box(Parent());
+  box.setIcon(IconOf(icon));  // lays everything out anew
   SetUp(box, text, title);
-  box.setIcon(IconOf(icon));
   if (buttons == MsgBoxButtons::kYesNo) {
     box.setStandardButtons(QMessageBox::Yes | QMessageBox::No);
     Announce("Yes or No");
