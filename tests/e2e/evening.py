@@ -6,7 +6,7 @@ Usage: evening.py DESKTOP..."""
 import sys
 
 from desk import DESKTOPS, Desk, awaited, check, own_network, run
-from player import (BOARD, CHANGE_DIALOG, CHESS, LBL_NICK, LBL_TIME, LST_HIST, NICKS, START_PICTURE, Player)
+from player import (BOARD, CHANGE_DIALOG, CHESS, HISTORY, LBL_NICK, LBL_TIME, LST_HIST, NICKS, START_PICTURE, Player)
 
 ASIDE = 2, 2  # where the pointer is over nothing
 
@@ -131,10 +131,12 @@ class Evening:
         self.type("after the flight")
 
     def dialogs(self):
+        shown = self.ann.tool.picture(*HISTORY)
         for keys, title in [(["F1"], "Instructions"), (["alt+h", "a"], "About Morva 1.0.185")]:
             self.ann.menu(*keys)
-            window = self.ann.window(title)
-            check(window.wholly_on_the_screen(), f"{title} stands wholly on the screen")
+            check(self.ann.window(title).wholly_on_the_screen(), f"{title} stands wholly on the screen")
+            if self.ann_desk.desktop not in ("icewm", "weston"):  # the one keeps it on top, the other places windows
+                awaited(lambda: self.ann.tool.picture(*HISTORY) != shown, f"{title} stands before the tool window")
             self.ann.keys("Escape")
             self.ann.gone(title)
             self.type(f"after {title}")

@@ -21,7 +21,7 @@ BOARD = 8 * SQUARE
 MAIN_HEIGHT = 539  # without the menu bar
 TOOL_WIDTH, TOOL_HEIGHT = 216, 238
 LOG_TEXT = 2, 450, 420, 69  # within the main window below the menu bar, without frame and scroll bar
-NICKS = 32, 32, 60, 70  # within the tool window, and beside where its menu opens
+NICKS, HISTORY = (32, 32, 60, 70), (4, 130, 60, 60)  # within the tool window; the nicks beside where its menu opens
 
 # Controls, twips: left, top, width, height.
 RDO_HOST, TXT_NICK, TXT_HOST = (360, 480, 735, 255), (720, 1200, 1815, 285), (720, 1680, 1815, 285)

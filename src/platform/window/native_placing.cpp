@@ -146,7 +146,8 @@ void NativeWindow::MoveTo(QPoint corner, const QRect& around) {
     const QPoint shift = around.isNull() ? QPoint() : WhollyOn(screen, around) - around.topLeft();
     const QPoint nearest = place_ = WhollyOn(screen, place.translated(shift));
     if (isVisible()) {  // the widget itself is slow to learn of its frame
-      const QMargins frame = windowHandle()->frameMargins();
+      const QMargins known = windowHandle()->frameMargins();
+      const QMargins frame = HasTitleBar() && known.isNull() ? Frame().value_or(known) : known;
       windowHandle()->setPosition(nearest + QPoint(frame.left(), frame.top()));
     } else {
       move(nearest);
@@ -227,9 +228,12 @@ void NativeWindow::SetShown(bool shown) {
   ShowWhereSeen();
 }
 
-// A window that is placed out of sight is not shown, whatever the window manager thinks of such places.
+// A window that is placed out of sight is not shown, whatever the window manager thinks of such places. Nor is one that
+// belongs to another before that one: some window managers would then keep it over all windows of the program. (Weston,
+// where it knew what belongs to what, would give the tool window the keys that are meant for the main one.)
 void NativeWindow::ShowWhereSeen() {
-  const bool seen = shown_ && InSight({place_, OuterSize()});
+  const bool owned = isWindow() && parentWidget() != nullptr && PlacesWindows();
+  const bool seen = shown_ && InSight({place_, OuterSize()}) && !(owned && parentWidget()->isHidden());
   if (seen != isHidden()) return;
   const bool had_keys = isActiveWindow();
   if (seen && !isWindow()) had_focus_ = window()->focusWidget();
@@ -242,6 +246,10 @@ void NativeWindow::ShowWhereSeen() {
     if (had_keys && isWindow()) ActivateEnabled();
     if (had_focus_ != nullptr) had_focus_->setFocus();
     return;
+  }
+  const QObjectList all = children();
+  for (QObject* child : all) {
+    if (auto* owned_window = dynamic_cast<NativeWindow*>(child)) owned_window->ShowWhereSeen();
   }
   told_on_top_ = false;
   if (!isWindow()) raise();

@@ -8,11 +8,7 @@
 
 namespace morva {
 
-namespace {
-
-bool PlacesWindows() { return !QGuiApplication::platformName().startsWith("wayland"); }
-
-}  // namespace
+bool NativeWindow::PlacesWindows() { return !QGuiApplication::platformName().startsWith("wayland"); }
 
 void NativeWindow::BelongTo(NativeWindow& owner) {
   const bool part = style_.within_owner || (!style_.title_bar && !PlacesWindows());

@@ -89,6 +89,7 @@ class NativeWindow : public QWidget {
 
  private:
   static bool NoWindowManager();
+  static bool PlacesWindows();
   static void ActivateEnabled();
   static void LetBeCovered();
   bool HasTitleBar() const;
