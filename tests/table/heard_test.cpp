@@ -49,6 +49,10 @@ TEST_F(Hearing, ToolsActThroughTheSameGateAsTheUser) {
   QAccessibleInterface* labels = Find(Of(*frmChess), Role::Button, "Show co-ordinates");
   Do(labels);
   EXPECT_TRUE(frmChess->coordinates.CoordsShown);
+  QAccessibleInterface* line = QAccessible::queryAccessibleInterface(frmChess->txtIn.Native());
+  line->setText(QAccessible::Value, "Your queen");
+  line->editableTextInterface()->replaceText(5, 10, "turn");
+  EXPECT_EQ(frmChess->txtIn.Text(), "Your turn");
   Do(Find(Of(*frmChess), Role::ListItem, "B1, black knight"));
   EXPECT_EQ(frmChess->Carried, 1);
   Do(Find(Of(*frmChess), Role::ListItem, "D1, black queen"), QAccessibleActionInterface::showMenuAction());
@@ -59,7 +63,9 @@ TEST_F(Hearing, ToolsActThroughTheSameGateAsTheUser) {
   Do(king);
   EXPECT_TRUE(frmChange->rdo(5).Value() && king->state().checked);
   Do(labels);
-  EXPECT_TRUE(frmChess->coordinates.CoordsShown) << "the window takes no input";
+  line->setText(QAccessible::Value, "Mine");
+  EXPECT_TRUE(frmChess->coordinates.CoordsShown && frmChess->txtIn.Text() == "Your turn")
+      << "the window takes no input";
 }
 
 }  // namespace

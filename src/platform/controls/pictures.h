@@ -8,8 +8,8 @@ class QRect;
 
 namespace morva {
 
-/// A drawing surface with or without a sunken border; X and Y of its mouse events and everything
-/// drawn count from the corner inside the border. It can show a stored picture and hold other controls.
+/// A drawing surface with or without a sunken border; X and Y of its mouse events and everything drawn count from the
+/// corner inside the border. It can show a stored picture and hold other controls.
 class PictureBox : public Control, public Surface {
  public:
   enum class Border { kNone, kSunken };

@@ -1,5 +1,8 @@
 #include "platform/controls/spoken_line.h"
 
+#include <QCoreApplication>
+#include <QInputMethodEvent>
+
 namespace morva {
 
 SpokenLine::SpokenLine(QLineEdit& line) : QAccessibleWidget(&line, QAccessible::EditableText), line_(line) {}
@@ -21,7 +24,7 @@ QString SpokenLine::text(QAccessible::Text kind) const {
 }
 
 void SpokenLine::setText(QAccessible::Text kind, const QString& text) {
-  if (kind == QAccessible::Value && line_.isEnabled()) line_.setText(text);
+  if (kind == QAccessible::Value) replaceText(0, characterCount(), text);
 }
 
 QString SpokenLine::text(int start, int end) const { return line_.text().mid(start, end - start); }
@@ -77,8 +80,13 @@ void SpokenLine::insertText(int offset, const QString& text) { replaceText(offse
 
 void SpokenLine::deleteText(int start, int end) { replaceText(start, end, {}); }
 
+// By way of an input method: whatever keeps the user from typing keeps an assistive tool from it.
 void SpokenLine::replaceText(int start, int end, const QString& text) {
-  if (line_.isEnabled()) line_.setText(line_.text().replace(start, end - start, text));
+  if (!line_.isEnabled()) return;
+  line_.setCursorPosition(start);
+  QInputMethodEvent typed;
+  typed.setCommitString(text, 0, end - start);
+  QCoreApplication::sendEvent(&line_, &typed);
 }
 
 }  // namespace morva
