@@ -106,7 +106,7 @@ class Evening:
 
         awaited(has_keys, "the other program has the keys")
         shown = self.ann.tool.picture(*NICKS)  # where it has no keys any more
-        for on_top in (True, False) if self.ann_desk.desktop != "icewm" else [True]:  # who keeps it there for good
+        for on_top in True, False:
             awaited(has_keys, "the other program has the keys")
             awaited(is_there, "the other program is over the tool window")
             awaited(lambda: (self.ann.tool.picture(*NICKS) == shown) == on_top, "the tool window lies where it should")

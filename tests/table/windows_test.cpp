@@ -119,7 +119,8 @@ TEST_F(Table, TheWindowsStandSideBySideOnceAndTakeTheNick) {
       ASSERT_TRUE(Await([form] { return QApplication::activeWindow() == form->Native(); }));
     }
     EXPECT_TRUE(frmChess->Left() == 150 && tools.Left() == 7500 && tools.frmext.ontop() == on);
-    EXPECT_TRUE(Await([&] { return tools.Native()->windowFlags().testFlag(Qt::WindowStaysOnTopHint) == on; }));
+    EXPECT_TRUE(
+        Await([&] { return tools.Native()->windowHandle()->flags().testFlag(Qt::WindowStaysOnTopHint) == on; }));
     tools.mnuAlways.Click();
   }
 }

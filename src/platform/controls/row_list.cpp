@@ -9,7 +9,7 @@
 namespace morva {
 
 void RowList::doItemsLayout() {
-  QAbstractItemView::doItemsLayout();
+  QAbstractItemView::doItemsLayout();  // NOLINT(bugprone-parent-virtual-call): not the list's own
   row_height_ = std::max(1, sizeHintForRow(0));
   updateGeometries();
 }
@@ -35,7 +35,7 @@ void RowList::updateGeometries() {
   verticalScrollBar()->setSingleStep(1);
   verticalScrollBar()->setPageStep(rows);
   verticalScrollBar()->setRange(0, std::max(0, model()->rowCount() - rows));
-  QAbstractItemView::updateGeometries();
+  QAbstractItemView::updateGeometries();  // NOLINT(bugprone-parent-virtual-call)
 }
 
 void RowList::scrollContentsBy(int /*dx*/, int /*dy*/) { viewport()->update(); }

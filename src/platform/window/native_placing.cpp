@@ -251,7 +251,7 @@ void NativeWindow::ShowWhereSeen() {
   for (QObject* child : all) {
     if (auto* owned_window = dynamic_cast<NativeWindow*>(child)) owned_window->ShowWhereSeen();
   }
-  told_on_top_ = false;
+  if (on_top_) settling_.start(0);
   if (!isWindow()) raise();
   if (style_.round) return;
   const bool types_elsewhere = text_line != nullptr && Of(text_line) != this;

@@ -32,8 +32,7 @@ void NativeWindow::ActivateEnabled() {
 void NativeWindow::StayOnTop(bool on) {
   on_top_ = on;
   forward_ = forward_ || on;
-  if (windowHandle() == nullptr && isWindow()) setWindowFlag(Qt::WindowStaysOnTopHint, on);
-  if (windowHandle() != nullptr) settling_.start(0);
+  settling_.start(0);
 }
 
 // What is to make room for a window must have done so before that one comes: some window managers leave it in front.
@@ -48,19 +47,10 @@ void NativeWindow::LetBeCovered() {
 }
 
 void NativeWindow::SettleOnTop() {
-  const bool forward = std::exchange(forward_, false);
-  QWindow* window = windowHandle();
-  if (window == nullptr || !shown_) return;
-  if (window->flags().testFlag(Qt::WindowStaysOnTopHint) != on_top_) {
-    overrideWindowFlags(windowFlags().setFlag(Qt::WindowStaysOnTopHint, on_top_));
-    window->setFlag(Qt::WindowStaysOnTopHint, on_top_);
-  }
-  if (forward && on_top_ && window->isExposed() && !std::exchange(told_on_top_, true)) {
-    // Some window managers lay a window no higher than the one that it belongs to, until told so while both are seen.
-    window->setFlag(Qt::WindowStaysOnTopHint, false);
-    window->setFlag(Qt::WindowStaysOnTopHint);
-  }
-  if (forward && (!on_top_ || NoWindowManager())) raise();
+  // A window that stays on top from the moment it is shown, some window managers never let be covered again.
+  if (windowHandle() == nullptr || !isVisible()) return;
+  windowHandle()->setFlag(Qt::WindowStaysOnTopHint, on_top_);
+  if (std::exchange(forward_, false) && (!on_top_ || NoWindowManager())) raise();
 }
 
 }  // namespace morva

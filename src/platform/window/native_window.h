@@ -121,8 +121,7 @@ class NativeWindow : public QWidget {
   int looks_left_ = 0;  // for the frame and the activation
   QTimer settling_;
   bool on_top_ = false;
-  bool forward_ = false;      // asked to come forward
-  bool told_on_top_ = false;  // the window manager, since the window is seen
+  bool forward_ = false;  // asked to come forward
   QPoint place_;
   QPoint asked_, given_;  // by the last MoveTo
   bool placed_ = false;
