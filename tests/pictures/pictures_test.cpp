@@ -28,11 +28,6 @@ QByteArray Bytes(const QString& path) {
 
 QImage PictureOf(QWidget& seen) {
   QImage picture = seen.grab().toImage().convertToFormat(QImage::Format_RGB32);
-  if (!seen.mask().isEmpty()) {
-    QPainter painter(&picture);
-    painter.setClipRegion(QRegion(seen.rect()) - seen.mask());
-    painter.fillRect(seen.rect(), Qt::magenta);
-  }
   picture.setDevicePixelRatio(1);
   return picture;
 }

@@ -6,7 +6,6 @@
 #include <QScreen>
 #include <QWindow>
 #include <algorithm>
-#include <cmath>
 #include <optional>
 #include <utility>
 
@@ -24,17 +23,6 @@ namespace {
 constexpr double kOwnFrame = 45;
 // What stands farther to the left or above is meant to be out of sight, however large the screen. Twips.
 constexpr double kOutOfSight = -9000;
-
-// The toolkit's own ellipses are not alike on all sides.
-QRegion RoundRegion(QSize size) {
-  QRegion region;
-  for (int y = 0; y < size.height(); ++y) {
-    const double height = 2 * (y + 0.5) / size.height() - 1;  // of this row's middle, -1 to 1
-    const int margin = qRound(size.width() * (1 - std::sqrt(1 - height * height)) / 2);
-    region += QRect(margin, y, size.width() - 2 * margin, 1);
-  }
-  return region;
-}
 
 QSize PixelsOf(QSizeF twips) { return {ToPixels(twips.width()), ToPixels(twips.height())}; }
 
@@ -96,7 +84,6 @@ void NativeWindow::SizeClient(QSizeF twips) {
   }
   // On the way there the limits alone may have made it another size.
   client_twips_ = twips;
-  if (style_.round) setMask(RoundRegion(whole));
   LayClient();
 }
 

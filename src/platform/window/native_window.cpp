@@ -211,6 +211,13 @@ bool NativeWindow::ClientMouse(const QMouseEvent& event) {
 void NativeWindow::PaintClient() {
   QPainter painter(&client_);
   painter.setRenderHint(QPainter::SmoothPixmapTransform);
+  if (style_.round) {
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(QtColor(background_color));
+    painter.drawEllipse(client_.rect());
+    return;
+  }
   painter.fillRect(client_.rect(), QtColor(background_color));
   if (!background_.isNull()) painter.drawPixmap(client_.rect(), background_);
 }
