@@ -7,20 +7,6 @@
 
 namespace morva {
 
-/// A value that can be read like a plain member, but is looked up each time, and can't be assigned.
-template <class T>
-class ReadOnly {
- public:
-  explicit ReadOnly(std::function<T()> read) : read_(std::move(read)) {}
-  ReadOnly(const ReadOnly&) = delete;
-  ReadOnly& operator=(const ReadOnly&) = delete;
-  T operator()() const { return read_(); }
-  operator T() const { return read_(); }
-
- private:
-  std::function<T()> read_;
-};
-
 class PropertyOwner;
 
 /// A value of a control that can be read and assigned like a plain member and tells its control when it is assigned.

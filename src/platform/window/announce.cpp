@@ -62,7 +62,6 @@ void Tell(QObject* object, QAccessible::Event what) {
   QAccessible::updateAccessibility(&event);
 }
 
-#if QT_VERSION < QT_VERSION_CHECK(6, 8, 0)
 // Orca 43 speaks a notification that comes into view, wherever the focus is, and shows the labels in it in Braille.
 void Notify(NativeWindow& window, const QString& words) {
   QAccessible::queryAccessibleInterface(&window);  // which makes the status bar
@@ -79,12 +78,6 @@ void Notify(NativeWindow& window, const QString& words) {
   Tell(notification, QAccessible::ObjectCreated);
   Tell(notification, QAccessible::ObjectShow);
 }
-#else
-void Notify(NativeWindow& window, const QString& words) {
-  QAccessibleAnnouncementEvent event(&window, words);
-  QAccessible::updateAccessibility(&event);
-}
-#endif
 
 // The window that the user works in, and where that is another program's or a box, our main one.
 NativeWindow* Announcing() {

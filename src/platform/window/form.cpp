@@ -33,8 +33,6 @@ Form::Form(const FormStyle& style)
             native_->MoveTo({native_->Corner().x(), ToPixels(Top.Assigned()) + NativeWindow::screen_origin.y()});
           },
           [this] { return ToTwips(native_->Corner().y() - NativeWindow::screen_origin.y()); }),
-      Width([this] { return ToTwips(native_->OuterSize().width()); }),
-      Height([this] { return ToTwips(native_->OuterSize().height()); }),
       ScaleWidth(
           0,
           [this] {
@@ -72,6 +70,10 @@ Form::~Form() {
   Drag::Abandon(*native_);
   native_->hide();
 }
+
+double Form::Width() const { return ToTwips(native_->OuterSize().width()); }
+
+double Form::Height() const { return ToTwips(native_->OuterSize().height()); }
 
 void Form::BelongTo(Form& owner) { native_->BelongTo(*owner.native_); }
 

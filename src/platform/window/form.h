@@ -35,11 +35,13 @@ class Form : public FormEvents {
   Property<std::string> Caption;
   Property<std::string> SpokenName;          ///< what assistive tools call it where it has no caption
   Property<double> Left, Top;                ///< twips on the screen; out of sight above or to the left of every screen
-  ReadOnly<double> Width, Height;            ///< outer size, twips
   Property<double> ScaleWidth, ScaleHeight;  ///< client area, twips
   Property<bool> Enabled;  ///< False stops the user's input, and nothing else: no grey, no stopped timer
   Property<Color> BackColor;
   std::string Tag;
+
+  double Width() const;  ///< outer size, twips
+  double Height() const;
 
   /// Makes it a window of the other, which it then stays in front of. To be called before it is shown.
   void BelongTo(Form& owner);
