@@ -95,9 +95,10 @@ void Resize(double factor) {
   const Places places(*anchor);
   const QSize old_size = anchor->OuterSize();
   QPoint corner = anchor->AskedCorner();
-  std::vector<QPoint> corners;
-  std::transform(windows.begin(), windows.end(), std::back_inserter(corners),
-                 [](const NativeWindow* window) { return window->AskedCorner(); });
+  std::vector<std::pair<NativeWindow*, QPoint>> others;  // and where each of them stood
+  for (NativeWindow* window : windows) {
+    if (window != anchor) others.emplace_back(window, window->AskedCorner());
+  }
 
   size_factor = factor;
   QApplication::setFont(ProgramFont());
@@ -110,23 +111,24 @@ void Resize(double factor) {
   for (NativeWindow* window : windows) window->Rescale();
   // One window alone stands in the middle of the screen, and stays there.
   const QSize grown = (anchor->OuterSize() - old_size) / 2;
-  const auto seen = [](const NativeWindow* window) { return window->isVisible(); };
-  if (std::count_if(windows.begin(), windows.end(), seen) == 1) corner -= QPoint(grown.width(), grown.height());
+  const bool alone =
+      std::none_of(others.begin(), others.end(), [](const auto& other) { return other.first->isVisible(); });
+  if (alone) corner -= QPoint(grown.width(), grown.height());
   // It makes room for its tool window.
   QRect all(corner, anchor->OuterSize());
-  for (std::size_t i = 0; i < windows.size(); ++i) {
-    const bool beside = windows[i]->isVisible() && windows[i]->windowType() == Qt::Tool;
-    if (!beside || windows[i]->screen() != anchor->screen()) continue;
-    all |= QRect(corner + places.Moved(corners[i]), windows[i]->OuterSize());
+  for (const auto& [window, before] : others) {
+    const bool beside = window->isVisible() && window->windowType() == Qt::Tool;
+    if (!beside || window->screen() != anchor->screen()) continue;
+    all |= QRect(corner + places.Moved(before), window->OuterSize());
   }
   anchor->MoveTo(corner, all);
   NativeWindow::screen_origin = places.Origin();
   const QRect screens = anchor->screen()->virtualGeometry();
-  for (std::size_t i = 0; i < windows.size(); ++i) {
-    if (windows[i] == anchor || !windows[i]->Placed() || windows[i]->Style().within_owner) continue;
-    corner = anchor->Corner() + places.Moved(corners[i]);
-    if (windows[i]->isVisible()) corner = {std::max(corner.x(), screens.left()), std::max(corner.y(), screens.top())};
-    windows[i]->MoveTo(corner);
+  for (const auto& [window, before] : others) {
+    if (!window->Placed() || window->Style().within_owner) continue;
+    QPoint after = anchor->Corner() + places.Moved(before);
+    if (window->isVisible()) after = {std::max(after.x(), screens.left()), std::max(after.y(), screens.top())};
+    window->MoveTo(after);
   }
   Drag::GoOnAtNewSize();
 }
