@@ -66,6 +66,10 @@ void Style::polish(QPalette& palette) {
     mend(QPalette::WindowText, color(QPalette::Window), color(QPalette::Button));
     mend(QPalette::ToolTipText, color(QPalette::ToolTipBase), color(QPalette::ToolTipBase));
     if (IsDark(palette)) palette.setColor(group, QPalette::Mid, Outline(palette));
+    // Where everything is of one colour the light edges would be lost.
+    if (IsDark(palette) && color(QPalette::Light) == color(QPalette::Window)) {
+      palette.setColor(group, QPalette::Light, Outline(palette));
+    }
     // Here the text is likely the one colour that was meant so.
     mend(QPalette::Highlight, color(QPalette::HighlightedText), color(QPalette::HighlightedText));
   }
@@ -94,15 +98,27 @@ void Style::drawPrimitive(PrimitiveElement element, const QStyleOption* option, 
   QProxyStyle::drawPrimitive(element, option, painter, widget);
   if (!IsDark(option->palette)) return;
   const bool box = element == PE_FrameLineEdit || element == PE_PanelButtonCommand || element == PE_Frame;
-  const bool ring = element == PE_IndicatorRadioButton;
-  if (!ring && !box) return;
+  const bool ring = element == PE_IndicatorRadioButton, menu = element == PE_PanelMenu;
+  if (!ring && !box && !menu) return;
   const QRectF line = QRectF(option->rect).adjusted(0.5, 0.5, -0.5, -0.5);
   painter->save();
   painter->setRenderHint(QPainter::Antialiasing);
   painter->setPen(Outline(option->palette, option->state.testFlag(State_HasFocus)));
   painter->setBrush(Qt::NoBrush);
-  ring ? painter->drawEllipse(line) : painter->drawRoundedRect(line, 2, 2);
+  const int round = menu ? 0 : 2;
+  ring ? painter->drawEllipse(line) : painter->drawRoundedRect(line, round, round);
   painter->restore();
+}
+
+void Style::drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
+                        const QWidget* widget) const {
+  QProxyStyle::drawControl(element, option, painter, widget);
+  const auto* item = qstyleoption_cast<const QStyleOptionMenuItem*>(option);
+  if (item == nullptr || item->menuItemType != QStyleOptionMenuItem::Separator || !IsDark(option->palette)) return;
+  QRect line = option->rect.adjusted(5, 0, -5, 0);
+  line.setTop(line.center().y());
+  line.setHeight(1);
+  painter->fillRect(line, Outline(option->palette));
 }
 
 int Style::pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const {

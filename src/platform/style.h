@@ -16,9 +16,12 @@ class Style : public QProxyStyle {
   void polish(QWidget* widget) override;
   /// On the application: what sets its colours past the style finds them mended, too, and what sets its font, ours.
   bool eventFilter(QObject* receiver, QEvent* event) override;
-  /// Outlines input lines, buttons and lists on a dark window, too.
+  /// Outlines input lines, buttons, lists and menus on a dark window, too.
   void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
                      const QWidget* widget) const override;
+  /// Draws the lines of dark menus.
+  void drawControl(ControlElement element, const QStyleOption* option, QPainter* painter,
+                   const QWidget* widget) const override;
   int pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const override;
   /// Draws the signs of message boxes itself: in the toolkit's size they would be small beside a large text, and
   /// blurred.

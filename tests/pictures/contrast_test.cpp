@@ -71,6 +71,7 @@ class Contrasts : public Walk, public testing::WithParamInterface<const char*> {
     if (name == "change") frmChange->cmdTrash.Enabled = false;
     if (name == "table-start") LookAtTheBoard();
     const QImage picture = ImageOf(seen), bare = WithoutLabels(seen);
+    const bool dark = GetParam() != std::string("light");
     const auto expect = [&](const QWidget& widget, const QRect& place, const QString& text, double needed = kReadable) {
       if (text.isEmpty() || widget.window() != &seen || widget.visibleRegion().isEmpty()) return;
       const double scale = picture.devicePixelRatio();
@@ -104,13 +105,16 @@ class Contrasts : public Walk, public testing::WithParamInterface<const char*> {
         const bool line = qobject_cast<const QLineEdit*>(widget) != nullptr && widget->isEnabled();
         // The upper edge of a line, from the window above it on.
         const QRect outline(widget->width() / 2, -3, 16, 5);
-        if (line && GetParam() != std::string("light")) expect(*widget, outline, "outline", 2.8);
+        if (line && dark) expect(*widget, outline, "outline", 2.8);
       }
     }
     if (auto* menu = qobject_cast<QMenu*>(&seen)) {
       for (QAction* item : menu->actions()) {
-        expect(*menu, menu->actionGeometry(item).adjusted(24, 3, -12, -3), item->text());
+        const QRect place = menu->actionGeometry(item);
+        expect(*menu, place.adjusted(24, 3, -12, -3), item->text());
+        if (item->isSeparator() && dark) expect(*menu, place.adjusted(24, 0, -24, 0), "separator", 2.8);
       }
+      if (dark) expect(*menu, {menu->width() / 2, menu->height() - 2, 16, 2}, "outline", 2.8);
     }
   }
 
