@@ -135,7 +135,7 @@ class Evening:
         for keys, title in [(["F1"], "Instructions"), (["alt+h", "a"], "About Morva 1.0.185")]:
             self.ann.menu(*keys)
             check(self.ann.window(title).wholly_on_the_screen(), f"{title} stands wholly on the screen")
-            if self.ann_desk.desktop not in ("icewm", "weston"):  # the one keeps it on top, the other places windows
+            if not self.ann_desk.on_wayland:  # where the desktop alone places windows
                 awaited(lambda: self.ann.tool.picture(*HISTORY) != shown, f"{title} stands before the tool window")
             self.ann.keys("Escape")
             self.ann.gone(title)
