@@ -73,7 +73,8 @@ Application::Application(int& argc, char** argv) {
   const char* const platforms = !wayland ? "xcb" : x ? "xcb;wayland" : "wayland";
   if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", platforms);
   // It complains of each request that a Wayland session does not grant; the program goes on without.
-  QLoggingCategory::setFilterRules("qt.qpa.wayland*=false");
+  QLoggingCategory::setFilterRules(
+      QString("qt.qpa.wayland*=false\ndefault.warning=%1").arg(wayland ? "false" : "true"));
   auto* style = new Style;
   QApplication::setStyle(style);
   InitStoredFiles();

@@ -1,9 +1,9 @@
 #include "platform/window/input_gate.h"
 
 #include <QAction>
+#include <QApplication>
 #include <QKeyEvent>
 #include <QMouseEvent>
-#include <QWindow>
 #include <algorithm>
 
 #include "platform/controls/control.h"
@@ -65,13 +65,16 @@ bool BeginsDrag(const QWidget& widget, const QEvent& event) {
   return true;
 }
 
-// An X server within a Wayland session is not told where the session moves a window, but knows where the pointer is.
-void MendPlace(NativeWindow& window, const QEvent& event) {
-  static const bool wayland = qEnvironmentVariableIsSet("WAYLAND_DISPLAY");
-  if (!wayland || event.type() != QEvent::MouseButtonPress || !window.isWindow()) return;
-  const auto& press = static_cast<const QMouseEvent&>(event);
-  const QPoint off = press.globalPosition().toPoint() - window.mapToGlobal(press.scenePosition().toPoint());
-  if (!off.isNull()) window.windowHandle()->setPosition(window.windowHandle()->position() + off);
+// Whether the key is meant for a window that gets it only by way of this one.
+bool IsTypedElsewhere(const NativeWindow* window, QEvent::Type type) {
+  if (window == nullptr || (type != QEvent::KeyPress && type != QEvent::KeyRelease)) return false;
+  const NativeWindow* focused = NativeWindow::Of(QApplication::focusWidget());
+  return focused != nullptr && focused != window && focused->SharesKeys();
+}
+
+// A menu comes up at a place on the screen, and a window grows from its own.
+bool NeedsPlace(QEvent::Type type) {
+  return type == QEvent::MouseButtonPress || type == QEvent::ShortcutOverride || type == QEvent::Wheel;
 }
 
 }  // namespace
@@ -90,6 +93,12 @@ bool InputGate::eventFilter(QObject* receiver, QEvent* event) {
     event->setAccepted(event->type() != QEvent::Close);
     return true;
   }
+  if (IsTypedElsewhere(window, event->type())) {
+    QApplication::sendEvent(QApplication::focusWidget(), event);
+    event->accept();
+    return true;
+  }
+  if (window != nullptr && NeedsPlace(event->type())) window->MendPlace();
   if (Zoom::Takes(*event)) return true;
   if (window == nullptr) return false;
   if (event->type() == QEvent::ShortcutOverride && IsShortcutOf(*window, *static_cast<QKeyEvent*>(event))) {
@@ -98,7 +107,6 @@ bool InputGate::eventFilter(QObject* receiver, QEvent* event) {
     return true;
   }
   if (event->type() == QEvent::KeyPress) return TakeKey(widget, *window, *static_cast<QKeyEvent*>(event));
-  MendPlace(*window, *event);
   return BeginsDrag(widget, *event);
 }
 

@@ -11,6 +11,7 @@
 
 #include "platform/drawing/fonts.h"
 #include "platform/drawing/pixels.h"
+#include "platform/window/x_within_wayland.h"
 #include "platform/window/zoom.h"
 
 // Where a window stands, how large it is, and whether it is seen.
@@ -23,8 +24,15 @@ namespace {
 constexpr double kOwnFrame = 45;
 // What stands farther to the left or above is meant to be out of sight, however large the screen. Twips.
 constexpr double kOutOfSight = -9000;
+// After this time the window that another one is to stand beside has itself moved where it was told, or never will.
+constexpr int kStandingMs = 100;
 
 QSize PixelsOf(QSizeF twips) { return {ToPixels(twips.width()), ToPixels(twips.height())}; }
+
+// From the inside of one window to that of another at its right.
+QPoint Beside(const NativeWindow& window, const XPlace& place) {
+  return {window.width() + 2 * (place.in_frame.x() - place.shadow), 0};
+}
 
 // The screen that shows most of the place, or is the next one to it.
 const QScreen* ScreenFor(const QRect& place) {
@@ -132,6 +140,7 @@ void NativeWindow::MoveTo(QPoint corner, const QRect& around) {
     const QRect screen = ScreenFor(place)->availableGeometry();
     const QPoint shift = around.isNull() ? QPoint() : WhollyOn(screen, around) - around.topLeft();
     const QPoint nearest = place_ = WhollyOn(screen, place.translated(shift));
+    if (windowType() == Qt::Tool && XWithinWayland()) standing_.start(kStandingMs);
     if (isVisible()) {  // the widget itself is slow to learn of its frame
       const QMargins known = windowHandle()->frameMargins();
       const QMargins frame = HasTitleBar() && known.isNull() ? Frame().value_or(known) : known;
@@ -148,7 +157,41 @@ void NativeWindow::moveEvent(QMoveEvent* /*event*/) {
   if (isVisible() && isWindow()) place_ = windowHandle()->framePosition();
 }
 
-QPoint NativeWindow::Corner() const { return isWindow() ? place_ : OwnersInside() + pos(); }
+QPoint NativeWindow::Corner() const {
+  if (beside_owner_) return Of(parentWidget())->Corner() + QPoint(Of(parentWidget())->OuterSize().width(), 0);
+  return isWindow() ? place_ : OwnersInside() + pos();
+}
+
+void NativeWindow::MendPlace() {
+  if (!isWindow() || windowHandle() == nullptr) return;
+  const NativeWindow& tracked = beside_owner_ ? *Of(parentWidget()) : *this;
+  const std::optional<XPlace> x = PlaceByX(*tracked.windowHandle());
+  if (!x) return;
+  windowHandle()->setPosition(x->on_screen + (beside_owner_ ? Beside(tracked, *x) : QPoint()));
+  if (!beside_owner_) place_ = windowHandle()->framePosition();
+}
+
+// Weston's X server puts windows where it likes, and lets no program move them, but for one that belongs to another and
+// is of a kind that never has the keys: that one comes where it is asked to, as seen from its owner, and goes and comes
+// forward together with it. So it comes after its owner, and anew for each new place.
+void NativeWindow::StandBesideOwner() {
+  if (!shown_) return;
+  const NativeWindow& owner = *Of(parentWidget());
+  const std::optional<XPlace> x = owner.isVisible() ? PlaceByX(*owner.windowHandle()) : std::nullopt;
+  if (!x) return standing_.start(kStandingMs);
+  beside_owner_ = x->shadow > 0;
+  if (!beside_owner_) return ShowWhereSeen();
+  hide();
+  destroy();
+  setGeometry({x->on_screen - x->in_frame + Beside(owner, *x), size()});
+  create();
+  windowHandle()->setFlag(Qt::WindowDoesNotAcceptFocus);
+  // The toolkit raises what it takes for a tool window before it shows it, at which the place would be lost.
+  const Qt::WindowFlags flags = windowFlags();
+  overrideWindowFlags((flags & ~Qt::WindowType_Mask) | Qt::Dialog);
+  ShowWhereSeen();
+  overrideWindowFlags(flags);
+}
 
 QPoint NativeWindow::WithinFrame() const {
   if (!isWindow() || windowHandle() == nullptr) return {};
@@ -221,7 +264,7 @@ void NativeWindow::SetShown(bool shown) {
 void NativeWindow::ShowWhereSeen() {
   const bool owned = isWindow() && parentWidget() != nullptr && PlacesWindows();
   const bool seen = shown_ && InSight({place_, OuterSize()}) && !(owned && parentWidget()->isHidden());
-  if (seen != isHidden()) return;
+  if (seen != isHidden() || (seen && standing_.isActive())) return;
   const bool had_keys = isActiveWindow();
   if (seen && !isWindow()) had_focus_ = window()->focusWidget();
   if (seen) LetBeCovered();

@@ -4,6 +4,8 @@
 #include <QWindow>
 #include <utility>
 
+#include "platform/window/x_within_wayland.h"
+
 // Which window lies before which, and which has the keys.
 
 namespace morva {
@@ -11,11 +13,12 @@ namespace morva {
 bool NativeWindow::PlacesWindows() { return !QGuiApplication::platformName().startsWith("wayland"); }
 
 void NativeWindow::BelongTo(NativeWindow& owner) {
-  const bool part = style_.within_owner || (!style_.title_bar && !PlacesWindows());
+  const bool part = style_.within_owner || (!style_.title_bar && (!PlacesWindows() || XWithinWayland()));
   setParent(&owner, part ? Qt::SubWindow : windowFlags());
 }
 
 void NativeWindow::TakeKeys() {
+  if (SharesKeys()) return;
   // A window manager brings forward what it gives the keys to, and takes a request of its own amiss.
   if (NoWindowManager() || !isWindow()) raise();
   activateWindow();

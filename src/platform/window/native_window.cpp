@@ -62,6 +62,8 @@ NativeWindow::NativeWindow(FormEvents& events, const FormStyle& style)
   activation_.callOnTimeout([this] { AwaitActivation(); });
   settling_.setSingleShot(true);
   settling_.callOnTimeout([this] { SettleOnTop(); });
+  standing_.setSingleShot(true);
+  standing_.callOnTimeout([this] { StandBesideOwner(); });
 }
 
 NativeWindow::~NativeWindow() {

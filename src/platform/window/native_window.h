@@ -44,6 +44,8 @@ class NativeWindow : public QWidget {
   void Rescale();
   /// Puts it there, or as near as it takes to be wholly on the screen, and with it, if there is room, all of `around`.
   void MoveTo(QPoint corner, const QRect& around = {});
+  /// Takes up where an X server within a Wayland session has it: the toolkit is not told when the session moves it.
+  void MendPlace();
   bool Placed() const { return placed_; }
   QPoint Corner() const;
   /// From its corner to where the window manager's frame ends.
@@ -59,6 +61,8 @@ class NativeWindow : public QWidget {
   void BelongTo(NativeWindow& owner);
   /// Makes it the window that the user works in.
   void TakeKeys();
+  /// Whether it gets the keys only by way of the window that it belongs to.
+  bool SharesKeys() const { return beside_owner_; }
   /// Keeps it above all windows, or lets it be covered again. Told to stay on top, it comes forward, whatever it is
   /// told next in the same turn of the event loop.
   void StayOnTop(bool on);
@@ -99,6 +103,7 @@ class NativeWindow : public QWidget {
   void CentreOnce();
   QPoint OwnersInside() const;
   void ShowWhereSeen();
+  void StandBesideOwner();
   void ForgetHidden();
   void FocusFirstStop() const;
   void Activated();
@@ -120,10 +125,12 @@ class NativeWindow : public QWidget {
   QTimer activation_;
   int looks_left_ = 0;  // for the frame and the activation
   QTimer settling_;
+  QTimer standing_;  // for the owner's place
   bool on_top_ = false;
   bool forward_ = false;  // asked to come forward
   QPoint place_;
-  QPoint asked_, given_;  // by the last MoveTo
+  bool beside_owner_ = false;  // for good, wherever that goes
+  QPoint asked_, given_;       // by the last MoveTo
   bool placed_ = false;
   bool centred_ = false;         // with a frame that was only guessed
   QPointer<QWidget> had_focus_;  // in the window that this one is a part of
