@@ -1,7 +1,7 @@
 """One evening between two real copies of Morva, once under each desktop that is named: Ann sits at that desktop, Bob at
 a bare screen. After whatever happens Ann goes on typing, and each line has to reach Bob.
 
-Usage: evening.py DESKTOP..."""
+Usage: evening.py [DESKTOP...]"""
 
 import sys
 
@@ -152,7 +152,7 @@ class Evening:
         awaited(lambda: self.ann.look() and abs(self.ann.corner()[0] - x - by[0]) < 20, "Ann's window moves to the edge")
         bare, pawn = self.ann.square_picture(60), self.bob.square_picture(51)
         self.ann_desk.click(*self.ann.square(51), button=3)
-        if self.ann_desk.desktop == "weston":  # there it is a part of the main window
+        if self.ann_desk.on_wayland:  # there it is a part of the main window
             awaited(lambda: self.ann.square_picture(60) != bare, "the dialog comes up over the board")
         else:
             dialog = self.ann.window(CHANGE_DIALOG)
@@ -200,9 +200,7 @@ def play(desktop):
 
 def main():
     own_network()
-    # Weston's X server puts one window over another; it is played by name only.
-    desktops = sys.argv[1:] or [desktop for desktop in DESKTOPS if desktop != "weston-x"]
-    return run({desktop: lambda desktop=desktop: play(desktop) for desktop in desktops})
+    return run({desktop: lambda desktop=desktop: play(desktop) for desktop in sys.argv[1:] or DESKTOPS})
 
 
 if __name__ == "__main__":

@@ -26,7 +26,7 @@ NICKS, HISTORY = (32, 32, 60, 70), (4, 130, 60, 60)  # within the tool window; t
 # Controls, twips: left, top, width, height.
 RDO_HOST, TXT_NICK, TXT_HOST = (360, 480, 735, 255), (720, 1200, 1815, 285), (720, 1680, 1815, 285)
 LBL_TIME, LBL_NICK = (0, 0, 3240, 465), (480, 480, 600, 375)
-LBL_VS, LST_HIST = (0, 840, 3255, 255), (0, 1560, 3240, 2010)
+LST_HIST = 0, 1560, 3240, 2010
 PORTRAIT = 5715, 840, 1485, 1815  # in the About box
 
 CHESS = "fhgjighf" + "eeeeeeee" + 32 * "." + "oooooooo" + "prqtsqrp"
@@ -110,9 +110,10 @@ class Player:
         def stand():
             if not self.look() or not self.main.wholly_on_the_screen() or not self.tool.wholly_on_the_screen():
                 return False
-            gap = self.tool.x - self.main.x - self.main.width
+            gap = self.tool_inside().x - self.corner()[0] - BOARD
             beside = self.main.x + self.tool.x + self.tool.width - self.desk.width  # how far the two are off the middle
-            return self.desk.on_wayland or 0 <= gap < 12 and abs(self.tool.y - self.main.y) < 12 and abs(beside) < 12
+            return self.desk.desktop == "weston" or (0 <= gap <= 12 and abs(self.tool.y - self.main.y) < 12
+                                                     and (self.desk.on_wayland or abs(beside) < 12))
 
         awaited(stand, f"{self.nick}'s two windows stand side by side, wholly on the screen")
 
@@ -186,10 +187,11 @@ class Player:
         self.desk.keys(keys[-1])
 
     def tool_menu(self, *keys):
-        """Opens the tool window's menu, and presses these keys."""
-        windows = len(self.windows())
-        self.tool_inside().click(*LBL_VS, button=3)
-        awaited(lambda: len(self.windows()) > windows, f"{self.nick}'s menu of the tool window")
+        """Opens the tool window's menu, which is to come up at the pointer, and presses these keys."""
+        x, y = self.tool_inside().x + 60, self.tool_inside().y + 64
+        self.desk.click(x, y, button=3)
+        awaited(lambda: any(abs(w.x - x) < 9 and abs(w.y - y) < 9 for w in self.windows()),
+                f"{self.nick}'s menu of the tool window at {x}, {y}")
         self.desk.keys(*keys)
 
     def say(self, text):
