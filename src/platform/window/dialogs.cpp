@@ -92,10 +92,12 @@ bool Ask(CommonDialog& settings, QFileDialog::AcceptMode mode) {
     dialog.selectFile(QtText(settings.FileName));
   }
   QStringList chosen;
+  NativeWindow::LetAllBeCovered(true);  // a desktop's own dialog can't be told to stay on top, too
   do {
     chosen = Answer(dialog) == QDialog::Accepted ? dialog.selectedFiles() : QStringList();
     // A pattern asks for a name; it is none.
   } while (!chosen.isEmpty() && chosen.front().contains('*'));
+  NativeWindow::LetAllBeCovered(false);
   if (chosen.isEmpty()) return false;
   settings.FileName = StdText(chosen.front());
   return true;

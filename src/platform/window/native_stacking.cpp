@@ -49,10 +49,18 @@ void NativeWindow::LetBeCovered() {
   }
 }
 
+void NativeWindow::LetAllBeCovered(bool be) {
+  covered = be;
+  const QWidgetList windows = QApplication::topLevelWidgets();
+  for (QWidget* window : windows) {
+    if (auto* form = dynamic_cast<NativeWindow*>(window); form != nullptr && form->on_top_) form->SettleOnTop();
+  }
+}
+
 void NativeWindow::SettleOnTop() {
   // A window that stays on top from the moment it is shown, some window managers never let be covered again.
   if (windowHandle() == nullptr || !isVisible()) return;
-  windowHandle()->setFlag(Qt::WindowStaysOnTopHint, on_top_);
+  windowHandle()->setFlag(Qt::WindowStaysOnTopHint, on_top_ && !covered);
   if (std::exchange(forward_, false) && (!on_top_ || NoWindowManager())) raise();
 }
 

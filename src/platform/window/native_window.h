@@ -66,6 +66,8 @@ class NativeWindow : public QWidget {
   /// Keeps it above all windows, or lets it be covered again. Told to stay on top, it comes forward, whatever it is
   /// told next in the same turn of the event loop.
   void StayOnTop(bool on);
+  /// Until it is told otherwise no window stays on top, whatever it is told itself.
+  static void LetAllBeCovered(bool be);
   void SetTabOrder(std::vector<QWidget*> order);
   void SetBackground(const std::string& picture);  ///< a stored picture's name
 
@@ -126,6 +128,7 @@ class NativeWindow : public QWidget {
   int looks_left_ = 0;  // for the frame and the activation
   QTimer settling_;
   QTimer standing_;  // for the owner's place
+  inline static bool covered = false;
   bool on_top_ = false;
   bool forward_ = false;  // asked to come forward
   QPoint place_;
