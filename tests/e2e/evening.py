@@ -89,6 +89,19 @@ class Evening:
         self.ann.tool_menu("Escape")
         self.type("after the menu of the tool window")
 
+    def in_front_of_the_board(self):
+        if self.ann_desk.desktop != "weston":  # elsewhere it stands beside the board and is told to stay in front
+            return
+        self.ann_desk.click(*self.ann.square(48))
+        self.type("beside the tool window")
+        nicks = self.ann.tool_inside().picture(*NICKS)
+        for to in self.ann.main.x + 150, self.ann.tool.x:
+            self.ann_desk.drag_slowly((self.ann.tool.x + 60, self.ann.tool.y + 12), (to - self.ann.tool.x, 0))
+            self.ann_desk.click(*self.ann.square(48))
+            self.type("behind the tool window")
+            awaited(lambda: self.ann.look() and abs(self.ann.tool.x - to) < 20, "the tool window has moved")
+            check(self.ann.tool_inside().picture(*NICKS) == nicks, "the tool window stays in front of the board")
+
     def in_front_of_another_program(self):
         """Another program's window comes over the board and the tool window, which is to lie on top or below it."""
         if self.ann_desk.on_wayland or self.ann_desk.desktop == "none":  # no other program; nobody who puts it in front
@@ -187,8 +200,9 @@ class Evening:
 
 
 STEPS = [Evening.the_table_opens, Evening.moves_both_ways, Evening.boxes, Evening.the_tool_window,
-         Evening.in_front_of_another_program, Evening.text_from_the_log, Evening.the_last_move_flies, Evening.dialogs,
-         Evening.a_change_at_the_edge_of_the_screen, Evening.a_new_game, Evening.saving_and_leaving]
+         Evening.in_front_of_the_board, Evening.in_front_of_another_program, Evening.text_from_the_log,
+         Evening.the_last_move_flies, Evening.dialogs, Evening.a_change_at_the_edge_of_the_screen, Evening.a_new_game,
+         Evening.saving_and_leaving]
 
 
 def play(desktop):

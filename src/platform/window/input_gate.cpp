@@ -65,11 +65,12 @@ bool BeginsDrag(const QWidget& widget, const QEvent& event) {
   return true;
 }
 
-// Whether the key is meant for a window that gets it only by way of this one.
-bool IsTypedElsewhere(const NativeWindow* window, QEvent::Type type) {
-  if (window == nullptr || (type != QEvent::KeyPress && type != QEvent::KeyRelease)) return false;
+// Whether the user's key is meant for another window than the one that got it.
+bool IsTypedElsewhere(const NativeWindow* window, const QEvent& event) {
+  const bool key = event.type() == QEvent::KeyPress || event.type() == QEvent::KeyRelease;
+  if (window == nullptr || !key || !event.spontaneous()) return false;
   const NativeWindow* focused = NativeWindow::Of(QApplication::focusWidget());
-  return focused != nullptr && focused != window && focused->SharesKeys();
+  return focused != nullptr && focused != window && (focused->SharesKeys() || window->SharesKeys());
 }
 
 // A menu comes up at a place on the screen, and a window grows from its own.
@@ -93,7 +94,7 @@ bool InputGate::eventFilter(QObject* receiver, QEvent* event) {
     event->setAccepted(event->type() != QEvent::Close);
     return true;
   }
-  if (IsTypedElsewhere(window, event->type())) {
+  if (IsTypedElsewhere(window, *event)) {
     QApplication::sendEvent(QApplication::focusWidget(), event);
     event->accept();
     return true;

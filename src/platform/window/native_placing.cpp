@@ -259,10 +259,10 @@ void NativeWindow::SetShown(bool shown) {
 }
 
 // A window that is placed out of sight is not shown, whatever the window manager thinks of such places. Nor is one that
-// belongs to another before that one: some window managers would then keep it over all windows of the program. (Weston,
-// where it knew what belongs to what, would give the tool window the keys that are meant for the main one.)
+// belongs to another before that one: some window managers would then keep it over all windows of the program, and a
+// Wayland session would not know what it belongs to.
 void NativeWindow::ShowWhereSeen() {
-  const bool owned = isWindow() && parentWidget() != nullptr && PlacesWindows();
+  const bool owned = isWindow() && parentWidget() != nullptr;
   const bool seen = shown_ && InSight({place_, OuterSize()}) && !(owned && parentWidget()->isHidden());
   if (seen != isHidden() || (seen && standing_.isActive())) return;
   const bool had_keys = isActiveWindow();

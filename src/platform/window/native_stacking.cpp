@@ -17,6 +17,8 @@ void NativeWindow::BelongTo(NativeWindow& owner) {
   setParent(&owner, part ? Qt::SubWindow : windowFlags());
 }
 
+bool NativeWindow::SharesKeys() const { return beside_owner_ || (!PlacesWindows() && windowType() == Qt::Tool); }
+
 void NativeWindow::TakeKeys() {
   if (SharesKeys()) return;
   // A window manager brings forward what it gives the keys to, and takes a request of its own amiss.

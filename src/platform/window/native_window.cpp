@@ -111,6 +111,10 @@ void NativeWindow::SetBackground(const std::string& picture) {
 }
 
 bool NativeWindow::event(QEvent* event) {
+  if (event->type() == QEvent::WindowActivate && SharesKeys() && QApplication::activeWindow() == this) {
+    // The focus stays where it was in the window that it belongs to; from there it also goes to this one.
+    QTimer::singleShot(0, this, [this] { QApplication::setActiveWindow(parentWidget()); });
+  }
   // What reaches a window that is gone must not wake what it refers to.
   if (event->type() == QEvent::WindowActivate && shown_) {
     if (takes_input) {

@@ -61,8 +61,8 @@ class NativeWindow : public QWidget {
   void BelongTo(NativeWindow& owner);
   /// Makes it the window that the user works in.
   void TakeKeys();
-  /// Whether it gets the keys only by way of the window that it belongs to.
-  bool SharesKeys() const { return beside_owner_; }
+  /// Whether it has the keys together with the window that it belongs to, whichever of them the session gives them to.
+  bool SharesKeys() const;
   /// Keeps it above all windows, or lets it be covered again. Told to stay on top, it comes forward, whatever it is
   /// told next in the same turn of the event loop.
   void StayOnTop(bool on);
