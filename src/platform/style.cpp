@@ -162,7 +162,8 @@ int Style::styleHint(StyleHint hint, const QStyleOption* option, const QWidget* 
                      QStyleHintReturn* answer) const {
   if (hint == SH_DialogButtonBox_ButtonsHaveIcons) return 0;
   if (hint == SH_Widget_ShareActivation) {
-    // The tool window is not active because the main window is: what happens at an activation happens to one of them.
+    // The tool window is not active because the main window is, unless the two share the keys: what happens at an
+    // activation happens to one of them.
     const NativeWindow* window = NativeWindow::Of(widget);
     return window != nullptr && window->SharesKeys() ? 1 : 0;
   }

@@ -89,7 +89,7 @@ QImage Render(const Key& key) {
 }
 
 // What is stored as plain pixels; nothing where it is stored otherwise. The toolkit's reader looks for plug-ins first,
-// and takes its time over PNG: a tenth of the time until the first window is seen.
+// and takes its time over PNG: a fifteenth of the time until the first window is seen.
 QImage PlainPicture(const QResource& stored) {
   const auto head = QByteArray::fromRawData(reinterpret_cast<const char*>(stored.data()), stored.size()).left(20);
   int width = 0, height = 0, pixels = 0;

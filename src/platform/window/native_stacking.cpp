@@ -10,6 +10,19 @@
 
 namespace morva {
 
+namespace {
+
+std::vector<NativeWindow*> TopLevelWindows() {
+  std::vector<NativeWindow*> windows;
+  const QWidgetList all = QApplication::topLevelWidgets();
+  for (QWidget* widget : all) {
+    if (auto* window = dynamic_cast<NativeWindow*>(widget)) windows.push_back(window);
+  }
+  return windows;
+}
+
+}  // namespace
+
 bool NativeWindow::PlacesWindows() { return !QGuiApplication::platformName().startsWith("wayland"); }
 
 void NativeWindow::BelongTo(NativeWindow& owner) {
@@ -27,10 +40,8 @@ void NativeWindow::TakeKeys() {
 }
 
 void NativeWindow::ActivateEnabled() {
-  const QWidgetList windows = QApplication::topLevelWidgets();
-  for (QWidget* window : windows) {
-    auto* form = dynamic_cast<NativeWindow*>(window);
-    if (form != nullptr && form->takes_input && form->isVisible() && form->windowType() != Qt::Tool) form->TakeKeys();
+  for (NativeWindow* window : TopLevelWindows()) {
+    if (window->takes_input && window->isVisible() && window->windowType() != Qt::Tool) window->TakeKeys();
   }
 }
 
@@ -42,27 +53,24 @@ void NativeWindow::StayOnTop(bool on) {
 
 // What is to make room for a window must have done so before that one comes: some window managers leave it in front.
 void NativeWindow::LetBeCovered() {
-  const QWidgetList windows = QApplication::topLevelWidgets();
-  for (QWidget* window : windows) {
-    auto* form = dynamic_cast<NativeWindow*>(window);
-    if (form == nullptr || form->on_top_ || form->forward_ || !form->settling_.isActive()) continue;
-    form->settling_.stop();
-    form->SettleOnTop();
+  for (NativeWindow* window : TopLevelWindows()) {
+    if (window->on_top_ || window->forward_ || !window->settling_.isActive()) continue;
+    window->settling_.stop();
+    window->SettleOnTop();
   }
 }
 
 void NativeWindow::LetAllBeCovered(bool be) {
-  covered = be;
-  const QWidgetList windows = QApplication::topLevelWidgets();
-  for (QWidget* window : windows) {
-    if (auto* form = dynamic_cast<NativeWindow*>(window); form != nullptr && form->on_top_) form->SettleOnTop();
+  all_covered_ = be;
+  for (NativeWindow* window : TopLevelWindows()) {
+    if (window->on_top_) window->SettleOnTop();
   }
 }
 
 void NativeWindow::SettleOnTop() {
   // A window that stays on top from the moment it is shown, some window managers never let be covered again.
   if (windowHandle() == nullptr || !isVisible()) return;
-  windowHandle()->setFlag(Qt::WindowStaysOnTopHint, on_top_ && !covered);
+  windowHandle()->setFlag(Qt::WindowStaysOnTopHint, on_top_ && !all_covered_);
   if (std::exchange(forward_, false) && (!on_top_ || NoWindowManager())) raise();
 }
 

@@ -127,8 +127,8 @@ class NativeWindow : public QWidget {
   QTimer activation_;
   int looks_left_ = 0;  // for the frame and the activation
   QTimer settling_;
-  QTimer standing_;  // for the owner's place
-  inline static bool covered = false;
+  QTimer standing_;                         // for the owner's place
+  inline static bool all_covered_ = false;  // by a file dialog
   bool on_top_ = false;
   bool forward_ = false;  // asked to come forward
   QPoint place_;
