@@ -4,8 +4,8 @@
 #include "net/frm_control.h"
 #include "net/message_reader.h"
 #include "net/wire.h"
+#include "platform/accessibility/announce.h"
 #include "platform/system/plain_files.h"
-#include "platform/window/announce.h"
 
 namespace morva {
 

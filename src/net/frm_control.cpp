@@ -5,7 +5,7 @@
 #include "net/text.h"
 #include "net/wire.h"
 #include "platform/application.h"
-#include "platform/window/dialogs.h"
+#include "platform/dialogs/dialogs.h"
 
 namespace morva {
 

@@ -3,7 +3,7 @@
 #include "net/frm_control.h"
 #include "net/frm_splash.h"
 #include "platform/application.h"
-#include "platform/window/dialogs.h"
+#include "platform/dialogs/dialogs.h"
 
 namespace morva {
 

@@ -6,9 +6,9 @@
 #include "net/frm_control.h"
 #include "net/text.h"
 #include "net/wire.h"
+#include "platform/accessibility/announce.h"
 #include "platform/application.h"
-#include "platform/window/announce.h"
-#include "platform/window/dialogs.h"
+#include "platform/dialogs/dialogs.h"
 
 namespace morva {
 

@@ -10,13 +10,13 @@
 #include <cstdio>
 #include <cstdlib>
 
-#include "platform/controls/spoken.h"
+#include "platform/accessibility/announce_native.h"
+#include "platform/accessibility/spoken_controls.h"
+#include "platform/accessibility/spoken_window.h"
 #include "platform/drawing/fonts.h"
 #include "platform/style.h"
 #include "platform/system/qt_text.h"
-#include "platform/window/announce_native.h"
-#include "platform/window/input_gate.h"
-#include "platform/window/spoken_window.h"
+#include "platform/window/input.h"
 #include "platform/window/window.h"
 #include "platform/window/zoom.h"
 

@@ -6,6 +6,7 @@
 #include <QWidget>
 #include <algorithm>
 
+#include "platform/drawing/contrast.h"
 #include "platform/drawing/fonts.h"
 #include "platform/drawing/pixels.h"
 #include "platform/drawing/qt_color.h"

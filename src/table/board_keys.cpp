@@ -1,6 +1,6 @@
 #include <optional>
 
-#include "platform/window/announce.h"
+#include "platform/accessibility/announce.h"
 #include "table/frm_chess.h"
 #include "table/frm_tool_window.h"
 

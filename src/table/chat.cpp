@@ -2,7 +2,7 @@
 
 #include "net/text.h"
 #include "net/wire.h"
-#include "platform/window/announce.h"
+#include "platform/accessibility/announce.h"
 #include "table/frm_chess.h"
 
 namespace morva {

@@ -1,8 +1,8 @@
 #include "table/frm_chess.h"
 
 #include "net/frm_control.h"
+#include "platform/accessibility/announce.h"
 #include "platform/application.h"
-#include "platform/window/announce.h"
 #include "table/frm_tool_window.h"
 
 namespace morva {

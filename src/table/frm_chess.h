@@ -10,8 +10,8 @@
 #include "platform/controls/command_button.h"
 #include "platform/controls/text_box.h"
 #include "platform/controls/text_log.h"
+#include "platform/dialogs/dialogs.h"
 #include "platform/system/timer.h"
-#include "platform/window/dialogs.h"
 #include "platform/window/window.h"
 #include "table/clock.h"
 

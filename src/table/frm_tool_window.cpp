@@ -2,7 +2,7 @@
 
 #include "net/frm_control.h"
 #include "painting/shadewell.h"
-#include "platform/window/announce.h"
+#include "platform/accessibility/announce.h"
 #include "table/frm_chess.h"
 
 namespace morva {

@@ -1,5 +1,5 @@
 #include "net/wire.h"
-#include "platform/window/announce.h"
+#include "platform/accessibility/announce.h"
 #include "table/frm_chess.h"
 
 namespace morva {

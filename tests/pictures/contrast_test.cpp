@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <map>
 
+#include "platform/drawing/contrast.h"
 #include "platform/drawing/qt_color.h"
 #include "tests/pictures/walk.h"
 

@@ -6,6 +6,7 @@
 
 #include "platform/controls/native.h"
 #include "platform/controls/pictures.h"
+#include "platform/drawing/contrast.h"
 #include "platform/drawing/edge.h"
 #include "platform/drawing/fonts.h"
 #include "platform/drawing/pixels.h"

@@ -5,6 +5,7 @@
 #include <optional>
 
 #include "platform/controls/native.h"
+#include "platform/drawing/contrast.h"
 #include "platform/drawing/edge.h"
 #include "platform/drawing/picture.h"
 #include "platform/drawing/pixels.h"

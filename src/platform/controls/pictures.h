@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/controls/control.h"
-#include "platform/drawing/colors.h"
+#include "platform/drawing/contrast.h"
 #include "platform/drawing/surface.h"
 
 class QRect;

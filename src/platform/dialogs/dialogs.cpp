@@ -1,4 +1,4 @@
-#include "platform/window/dialogs.h"
+#include "platform/dialogs/dialogs.h"
 
 #include <QApplication>
 #include <QDir>
@@ -11,11 +11,11 @@
 #include <QTimer>
 #include <algorithm>
 
+#include "platform/accessibility/announce.h"
+#include "platform/dialogs/unasked_box.h"
 #include "platform/drawing/pixels.h"
 #include "platform/system/qt_text.h"
-#include "platform/window/announce.h"
 #include "platform/window/native_window.h"
-#include "platform/window/unasked_box.h"
 
 namespace morva {
 

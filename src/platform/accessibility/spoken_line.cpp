@@ -1,4 +1,4 @@
-#include "platform/controls/spoken_line.h"
+#include "platform/accessibility/spoken_line.h"
 
 #include <QCoreApplication>
 #include <QInputMethodEvent>

@@ -1,9 +1,9 @@
-#include "platform/window/spoken_window.h"
+#include "platform/accessibility/spoken_window.h"
 
 #include <QMenuBar>
 
-#include "platform/controls/spoken.h"
-#include "platform/window/announce_native.h"
+#include "platform/accessibility/announce_native.h"
+#include "platform/accessibility/spoken_controls.h"
 #include "platform/window/native_window.h"
 
 namespace morva {

@@ -1,4 +1,4 @@
-#include "platform/window/unasked_box.h"
+#include "platform/dialogs/unasked_box.h"
 
 #include <QApplication>
 #include <QKeyEvent>

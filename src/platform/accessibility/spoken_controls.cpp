@@ -1,4 +1,4 @@
-#include "platform/controls/spoken.h"
+#include "platform/accessibility/spoken_controls.h"
 
 #include <QAbstractButton>
 #include <QApplication>
@@ -6,13 +6,13 @@
 #include <QMouseEvent>
 #include <algorithm>
 
+#include "platform/accessibility/spoken_line.h"
 #include "platform/controls/command_button.h"
 #include "platform/controls/control_group.h"
 #include "platform/controls/frame.h"
 #include "platform/controls/label.h"
 #include "platform/controls/option_button.h"
 #include "platform/controls/pictures.h"
-#include "platform/controls/spoken_line.h"
 #include "platform/controls/text_box.h"
 #include "platform/system/qt_text.h"
 

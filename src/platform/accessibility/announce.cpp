@@ -1,4 +1,4 @@
-#include "platform/window/announce.h"
+#include "platform/accessibility/announce.h"
 
 #include <QAccessible>
 #include <QAccessibleObject>
@@ -8,8 +8,8 @@
 #include <QWindow>
 #include <algorithm>
 
+#include "platform/accessibility/announce_native.h"
 #include "platform/system/qt_text.h"
-#include "platform/window/announce_native.h"
 #include "platform/window/native_window.h"
 
 namespace morva {
