@@ -3,11 +3,12 @@
 #include <QAbstractListModel>
 #include <QAccessible>
 #include <QKeyEvent>
+#include <QListView>
 #include <QPainter>
+#include <QStyledItemDelegate>
 #include <QTimer>
 
 #include "platform/controls/native.h"
-#include "platform/controls/row_list.h"
 #include "platform/drawing/edge.h"
 #include "platform/system/qt_text.h"
 
@@ -44,27 +45,38 @@ class ListBox::Model : public QAbstractListModel {
   int shown_ = 0;
 };
 
-class ListBox::View : public RowList {
+// Rows as wide as the view, however long their text is.
+class ListBox::Rows : public QStyledItemDelegate {
+ public:
+  QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override {
+    return {0, QStyledItemDelegate::sizeHint(option, index).height()};
+  }
+};
+
+class ListBox::View : public QListView {
+ public:
+  View() { setItemDelegate(&rows_); }
+
  protected:
   // Letters are not for the list: the window may have a line for them.
   void keyPressEvent(QKeyEvent* event) override {
     if (event->text().isEmpty()) {
-      RowList::keyPressEvent(event);
+      QListView::keyPressEvent(event);
     } else {
       event->ignore();
     }
   }
   void paintEvent(QPaintEvent* event) override {
-    RowList::paintEvent(event);
+    QListView::paintEvent(event);
     if (!hasFocus()) return;
     QPainter painter(viewport());
     PaintFocusRing(painter, viewport()->rect(), 1);
   }
 
-  // Assistive tools hear of the line that the user is on, and of none while the focus is elsewhere. The toolkit's own
-  // list, which is passed over below, tells them of every new line, and finds no line in this layout.
+  // Assistive tools hear of the line that the user is on, and of none while the focus is elsewhere: QListView, which is
+  // passed over here, would tell them of every new line.
   void focusInEvent(QFocusEvent* event) override {
-    RowList::focusInEvent(event);
+    QListView::focusInEvent(event);
     QTimer::singleShot(0, this, [this] { TellLine(); });
   }
   void currentChanged(const QModelIndex& current, const QModelIndex& previous) override {
@@ -82,6 +94,8 @@ class ListBox::View : public RowList {
     line.setChild(currentIndex().row());
     QAccessible::updateAccessibility(&line);
   }
+
+  Rows rows_;
 };
 
 ListBox::ListBox()
@@ -91,6 +105,7 @@ ListBox::ListBox()
       later_([this] { Show(); }) {
   auto& view = As<QListView>(*this);
   view.setModel(model_.get());
+  view.setUniformItemSizes(true);
   view.setEditTriggers(QAbstractItemView::NoEditTriggers);
   view.setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
   view.setTextElideMode(Qt::ElideRight);

@@ -31,6 +31,7 @@ class ListBox : public Control {
     std::int32_t data = 0;
   };
   class Model;
+  class Rows;
   class View;
   std::vector<Item> items_;
   std::unique_ptr<Model> model_;
