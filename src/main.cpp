@@ -17,23 +17,24 @@ namespace {
 constexpr char kHelp[] = R"(Morva: chess and checkers for two people at two computers.
 Usage: morva [--help | --version]
 
-Start it, type your nick and say whether you are host or guest. The host listens
-on TCP port 2948 and tells the guest the address that the window shows. Morva
-knows no rules: any piece can go anywhere, you two settle what is allowed.
+The host starts first: nick, Host, Listen. The window then shows the address to
+tell the guest: nick, Guest, that address, Connect. Over the internet it is the
+address of the host's router, which must forward TCP port 2948, and a firewall
+must let it in. "Connecting" stays as long as nobody answers: Cancel, try again.
+
+Any piece goes to any empty square. Capture: trash first (the right button),
+then move. Tomorrow: F2 saves the board (type the ending .mrv); host first, F3.
 
 The mouse or these keys will do; by ear, too, with a screen reader:
-  F6, Tab           on to the chat line, the board, the tool window; within one
-  Arrows, Space     on the board: choose a square; take up a piece, put it down
-  Menu              change or trash what stands on the square
-  Ctrl+T            hand over the turn
-  Enter             send the chat line
-  Ctrl+Plus, -, 0   everything larger, smaller, at 100 per cent
-  F1                the whole manual
-  F2, F3            save the game; open one on both boards
-  Ctrl+F1, Shift+F1 new game of chess, of checkers
-  Ctrl+S            show the last move again
-  Ctrl+C, X, Z      call check, check mate, stale mate
-  Ctrl+W, I         call wake up, I win
+  F6, Tab            on to chat line, board, tool window; within one
+  Arrows, Space      on the board: choose a square; take up, put down a piece
+  Menu               change or trash what stands on the square
+  Ctrl+T, Enter      hand over the turn; send the chat line
+  Ctrl+Plus, -, 0    everything larger, smaller, at 100 per cent
+  F1, F2, F3         the whole manual; save the game, open one on both boards
+  Ctrl+F1, Shift+F1  new game of chess, of checkers
+  Ctrl+S             show the last move again
+  Ctrl+C, X, Z, W, I call check, check mate, stale mate, wake up, I win
 
 Files: only the games (*.mrv) and chats (*.txt) that you save; no settings. A
 morva.txt in the folder where Morva is started is shown in place of its manual.
