@@ -37,7 +37,7 @@ export UBSAN_OPTIONS="print_stacktrace=1"
 export PULSE_SERVER="unix:/nonexistent"
 export XDG_RUNTIME_DIR="${XDG_RUNTIME_DIR:-$(mktemp -d)}"
 ctest --test-dir "$folder" --output-on-failure
-plays=("evening openbox xfwm4" keys leaving)
+plays=("evening openbox xfwm4" keys hands leaving)
 [ "$folder" = build ] || plays=("evening openbox")
 for play in "${plays[@]}"; do
   read -r name desktops <<<"$play"

@@ -182,7 +182,7 @@ class Desk:
 
     def _start_screen(self):
         self.environment["DISPLAY"] = ":" + self.start_and_hear(
-            "Xvfb", "-screen", "0", f"{self.width}x{self.height}x24", "-fbdir", self.folder, "-noreset", "-r",
+            "Xvfb", "-screen", "0", f"{self.width}x{self.height}x24", "-fbdir", self.folder, "-noreset",
             "-nolisten", "tcp", "-displayfd")
         with open(self.folder / "Xvfb_screen0", "rb") as file:
             self.screen = mmap.mmap(file.fileno(), 0, prot=mmap.PROT_READ)

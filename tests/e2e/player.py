@@ -252,15 +252,20 @@ class Line:
     def hears(self, *messages):
         """These come, and nothing else has come since the last call."""
         wanted = "".join(messages)
-        self.connection.setblocking(False)
 
         def arrived():
-            try:
-                self.got += self.connection.recv(4096).decode()
-            except BlockingIOError:
-                pass
-            check(wanted.startswith(self.got), f"the other side hears {self.got!r}, not {wanted!r}")
-            return self.got == wanted
+            got = self.received()
+            check(wanted.startswith(got), f"the other side hears {got!r}, not {wanted!r}")
+            return got == wanted
 
         awaited(arrived, f"{wanted!r} goes to the other side")
         self.got = ""
+
+    def received(self):
+        """All that has come since the last call of hears."""
+        self.connection.setblocking(False)
+        try:
+            self.got += self.connection.recv(4096).decode()
+        except BlockingIOError:
+            pass
+        return self.got

@@ -3,9 +3,11 @@
 #include <QAction>
 #include <QApplication>
 #include <QKeyEvent>
+#include <QLineEdit>
 #include <QMouseEvent>
 #include <algorithm>
 #include <iterator>
+#include <typeinfo>
 #include <utility>
 
 #include "platform/controls/control.h"
@@ -17,6 +19,26 @@
 namespace morva {
 
 namespace {
+
+constexpr int kUnseenMs = 700;  // how long a window that has just come is not what an Enter was meant for
+
+bool IsKey(QEvent::Type type) {
+  return type == QEvent::KeyPress || type == QEvent::KeyRelease || type == QEvent::ShortcutOverride;
+}
+
+bool IsEnter(const QEvent& event) {
+  if (event.type() != QEvent::KeyPress) return false;
+  const int key = static_cast<const QKeyEvent&>(event).key();
+  return key == Qt::Key_Return || key == Qt::Key_Enter;
+}
+
+// Arrows, Home, End and the Page keys.
+bool MovesCursor(int key) { return key >= Qt::Key_Home && key <= Qt::Key_PageDown; }
+
+// The arrows of a board or of a group of options lead from one control to the next of its kind.
+bool IsAlike(const QWidget& a, const QWidget& b) {
+  return &a == &b || (a.window() == b.window() && typeid(a) == typeid(b));
+}
 
 bool IsInput(QEvent::Type type) {
   switch (type) {
@@ -119,12 +141,72 @@ bool TakeKey(const QWidget& receiver, NativeWindow& window, const QKeyEvent& eve
 
 }  // namespace
 
+bool WritesText(const QKeyEvent& key) {
+  if (key.key() == Qt::Key_Backspace || key.key() == Qt::Key_Delete || key.matches(QKeySequence::Paste)) return true;
+  const bool command = (key.modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier)) != 0;
+  return !command && !key.text().isEmpty() && key.text().front().isPrint();
+}
+
+bool HeldKeys::LetThrough(const QWidget& widget, const QKeyEvent& event) {
+  if (event.type() == QEvent::KeyRelease) {
+    released_ = event.key();
+    released_at_ = event.timestamp();
+    return true;
+  }
+  const QWidget* receiver = widget.focusProxy() != nullptr ? widget.focusProxy() : &widget;
+  if (!IsRepeat(event)) {
+    Note(*receiver, event);
+    return true;
+  }
+  const QPointer<const QWidget> got_press = pressed_[event.key()];
+  if (got_press == nullptr) return false;
+  if (MovesCursor(event.key())) return IsAlike(*got_press, *receiver);
+  return got_press == receiver && qobject_cast<const QLineEdit*>(receiver) != nullptr && WritesText(event);
+}
+
+// A press begins with an override. Where that ends in a shortcut, or the key acts once, nobody has got the press: the
+// key can go on as a letter when Ctrl is let go first.
+void HeldKeys::Note(const QWidget& receiver, const QKeyEvent& event) {
+  if (event.type() == QEvent::ShortcutOverride) {
+    pressed_.erase(event.key());
+    return;
+  }
+  // What the control with the focus leaves alone comes by once more for each widget that it stands on.
+  const QWidget* focus = receiver.window()->focusWidget();
+  const bool first = focus == nullptr || focus == &receiver;
+  if (first && (MovesCursor(event.key()) || WritesText(event))) pressed_[event.key()] = &receiver;
+}
+
+// An X server repeats a release and a press at a time; Qt joins them only where it gets both at once.
+bool HeldKeys::IsRepeat(const QKeyEvent& event) const {
+  const bool of_keyboard = event.nativeScanCode() != 0;
+  return event.isAutoRepeat() || (of_keyboard && event.key() == released_ && event.timestamp() == released_at_);
+}
+
+void InputGate::NoteComing(const QWidget& widget, const QEvent& event) {
+  if (event.type() == QEvent::Show && !event.spontaneous() && NativeWindow::Of(&widget) == &widget) {
+    newest_ = &widget;
+    newest_seen_.invalidate();
+  } else if (event.type() == QEvent::Paint && !newest_seen_.isValid() && widget.window() == newest_) {
+    newest_seen_.start();
+  }
+}
+
+bool InputGate::HasJustCome(const QWidget& window) const {
+  return newest_ == &window && (!newest_seen_.isValid() || newest_seen_.elapsed() < kUnseenMs);
+}
+
 bool InputGate::eventFilter(QObject* receiver, QEvent* event) {
+  if (!receiver->isWidgetType()) return false;
+  const auto& widget = *static_cast<QWidget*>(receiver);
+  NoteComing(widget, *event);
   const bool input = IsInput(event->type());
   const bool activation = event->type() == QEvent::WindowActivate || event->type() == QEvent::WindowDeactivate;
   if (!input && !activation) return false;
-  if (!receiver->isWidgetType()) return false;
-  const auto& widget = *static_cast<QWidget*>(receiver);
+  if (IsKey(event->type()) && !held_.LetThrough(widget, *static_cast<QKeyEvent*>(event))) {
+    event->accept();  // an accepted override keeps a shortcut from acting
+    return true;
+  }
   if (Drag::Takes(widget, *event)) return true;
   NativeWindow* window = NativeWindow::Of(&widget);
   if (!input) return false;
@@ -144,6 +226,11 @@ bool InputGate::eventFilter(QObject* receiver, QEvent* event) {
   if (event->type() == QEvent::ShortcutOverride && IsShortcutOf(*window, *static_cast<QKeyEvent*>(event))) {
     // A line edit would claim the key before the menu sees it.
     event->ignore();
+    return true;
+  }
+  // Where no button is the default one, Enter presses what has the focus, be it the only one, Cancel.
+  if (window->default_button == nullptr && IsEnter(*event) && HasJustCome(*window)) {
+    event->accept();
     return true;
   }
   if (event->type() == QEvent::KeyPress) return TakeKey(widget, *window, *static_cast<QKeyEvent*>(event));

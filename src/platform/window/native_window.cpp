@@ -17,6 +17,7 @@
 #include "platform/drawing/picture.h"
 #include "platform/drawing/pixels.h"
 #include "platform/drawing/qt_color.h"
+#include "platform/window/input.h"
 
 namespace morva {
 
@@ -37,18 +38,7 @@ Qt::WindowFlags FlagsOf(const FormStyle& style) {
 
 // Whether the key changes or ends a line of text, and would not move about in a list or on a board.
 bool IsTyping(const QKeyEvent& event) {
-  switch (event.key()) {
-    case Qt::Key_Return:
-    case Qt::Key_Enter:
-    case Qt::Key_Backspace:
-    case Qt::Key_Delete:
-      return true;
-    default:
-      break;
-  }
-  if (event.matches(QKeySequence::Paste)) return true;
-  const bool command = (event.modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier)) != 0;
-  return !command && !event.text().isEmpty() && event.text().front().isPrint();
+  return event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter || WritesText(event);
 }
 
 }  // namespace
