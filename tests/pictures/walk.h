@@ -56,10 +56,14 @@ class Walk : public GameTest {
   }
 
  private:
-  void See(const std::string& name, Form& form) {
+  static void Activate(Form& form) {
     form.Native()->activateWindow();  // after a box that is a window manager's task
-    EXPECT_TRUE(HasKeys(form)) << name;
+    EXPECT_TRUE(HasKeys(form)) << form.Caption();
     QTest::qWait(1);  // new lines show a turn of the event loop later
+  }
+
+  void See(const std::string& name, Form& form) {
+    Activate(form);
     look_(name, *form.Native());
   }
 
@@ -180,6 +184,16 @@ class Walk : public GameTest {
     frmAboutChess->photo.Click();
     See("author", *frmAuthor);
     frmAuthor->photo.Click();
+    const auto about = [] { return frmAboutChess->Native(); };
+    for (int step = 0; step < 2; ++step) QTest::keyClick(about(), Qt::Key_Plus, Qt::ControlModifier);
+    See("about-large", *frmAboutChess);
+    const QPixmap zoomed = about()->grab();
+    frmAboutChess->cmdOK.Click();
+    See("table-large", *frmChess);
+    frmChess->mnuAbout.Click();
+    Activate(*frmAboutChess);
+    EXPECT_EQ(about()->grab().toImage(), zoomed.toImage()) << "opened at 150 per cent";
+    QTest::keyClick(about(), Qt::Key_0, Qt::ControlModifier);
     frmAboutChess->cmdOK.Click();
     const QString before = QDir::currentPath();
     const QTemporaryDir folder;

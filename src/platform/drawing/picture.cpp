@@ -1,6 +1,7 @@
 #include "platform/drawing/picture.h"
 
 #include <QCache>
+#include <QGuiApplication>
 #include <QHash>
 #include <QImage>
 #include <QImageReader>
@@ -116,12 +117,19 @@ QPixmap PictureOf(const std::vector<Stroke>& strokes, Color background, int widt
 QPixmap StoredPicture(const std::string& name, double scale) {
   const QString path = QtText(":/pictures/" + name);
   const QResource finer(path + "@2x");
-  const QResource stored(scale > 1 && finer.isValid() ? finer.fileName() : path);
-  if (const QImage plain = PlainPicture(stored); !plain.isNull()) return QPixmap::fromImage(plain);
-  // Left to find out the format, the toolkit loads all its plug-ins for other ones.
-  QImageReader reader(stored.fileName(), "png");
-  reader.setAutoDetectImageFormat(false);
-  return QPixmap::fromImageReader(&reader);
+  const bool fine = scale > 1 && finer.isValid();
+  const QResource stored(fine ? finer.fileName() : path);
+  QImage picture = PlainPicture(stored);
+  if (picture.isNull()) {
+    // Left to find out the format, Qt loads all its plug-ins for other ones.
+    QImageReader reader(stored.fileName(), "png");
+    reader.setAutoDetectImageFormat(false);
+    picture = reader.read();
+  }
+  picture.setDevicePixelRatio(fine ? 2 : 1);
+  return QPixmap::fromImage(picture);
 }
+
+double ScreenScale() { return size_factor * qApp->devicePixelRatio(); }
 
 }  // namespace morva

@@ -133,7 +133,7 @@ QCursor Hand(const QWidget& window) {
   constexpr int kFingertip = 20;
   const double scale = window.devicePixelRatioF();
   const double dots = scale * size_factor;  // a pixel of the layout
-  QPixmap hand = StoredPicture("hand", dots);
+  QPixmap hand = StoredPicture("hand");
   const int side = qRound(kSide * dots);
   if (hand.width() != side) hand = hand.scaled(side, side, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
   hand.setDevicePixelRatio(scale);

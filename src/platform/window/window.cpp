@@ -21,7 +21,7 @@ std::vector<Form*>& LoadedForms() {
 
 QIcon ProgramIcon() {
   QIcon icon;
-  for (const int size : {16, 32, 48, 64, 128}) icon.addPixmap(StoredPicture("icon-" + std::to_string(size)));
+  for (const int size : {16, 32, 48, 64, 128}) icon.addPixmap(StoredPicture("icon-" + std::to_string(size), 1));
   return icon;
 }
 
