@@ -20,7 +20,7 @@ FrmControl::FrmControl() : Form({.scale_width = 4590, .scale_height = 960}) {
   tcp.ConnectionRequest = [this](int requestID) { tcp_ConnectionRequest(requestID); };
   tcp.Connected = [this] { tcp_Connect(); };
   tcp.DataArrival = [this] { tcp_DataArrival(); };
-  tcp.Message = [this](const std::string& message) { tcp_Message(message); };
+  tcp.Message = [](const std::string& message) { game_window().Dispatch(message); };
   tcp.Closed = [this] { tcp_Close(); };
   cmdCancel.Click = [this] { cmdCancel_Click(); };
 }
@@ -75,16 +75,6 @@ void FrmControl::tcp_DataArrival() {
   Transmit(Nick, kNick);
   game_window().Nick = Nick;
   Withdraw();
-}
-
-void FrmControl::tcp_Message(const std::string& message) {
-  if (message == "me") {
-    game_window().highlight("you");
-  } else if (message == "you") {
-    game_window().highlight("me");
-  } else {
-    game_window().Receive(message.substr(1), Val(message.substr(0, 1)));
-  }
 }
 
 void FrmControl::tcp_Close() { game_window().Disconnect(); }

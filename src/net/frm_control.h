@@ -33,7 +33,6 @@ class FrmControl : public Form {
   void tcp_ConnectionRequest(int requestID);
   void tcp_Connect();
   void tcp_DataArrival();
-  void tcp_Message(const std::string& message);
   void tcp_Close();
   void cmdCancel_Click();
   void Withdraw();

@@ -15,6 +15,8 @@ class GameWindow : public Board {
  public:
   using Board::Board;
 
+  /// Sorts one whole message, as bytes and not empty: "me" and "you" set the turn, what has a type goes to Receive.
+  void Dispatch(const std::string& message);
   /// Repeats one of the other side's actions: the payload of a typed message, as bytes. What names no square of the
   /// board, and what is too short for its type, has no effect.
   void Receive(const std::string& Data, int dtype);
