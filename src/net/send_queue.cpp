@@ -27,17 +27,10 @@ int PauseBehind(const std::string& message) {
 
 bool IsWords(const std::string& message) { return message.front() == '0'; }
 
-bool IsCanned(const std::string& message) {
-  return message == "0yours" || message == "0check" || message == "0cmate" || message == "0smate" || message == "0iwin";
-}
-
 }  // namespace
 
 void SendQueue::Put(std::string message, std::int64_t now_ms) {
-  if (message.empty()) return;
-  const auto same = [&](const Waiting& waiting) { return waiting.message == message; };
-  if (IsCanned(message) && std::any_of(waiting_.begin(), waiting_.end(), same)) return;
-  waiting_.push_back({std::move(message), now_ms});
+  if (!message.empty()) waiting_.push_back({std::move(message), now_ms});
 }
 
 std::optional<std::string> SendQueue::Next(std::int64_t now_ms) {

@@ -11,10 +11,9 @@ namespace morva {
 /// What is waiting to be sent, one write a message. Behind a message that runs to the end of what is read the next one
 /// waits until the other side's system has the first and a pause has passed, so that they are not read as one.
 ///
-/// Messages leave in the order in which they were put, with two exceptions for the sake of play. A move, a turn or
-/// another action on the board does not wait behind chat lines for more than a second, beyond what the line itself
-/// takes: it leaves before those that are still here then. And a canned message is not put twice: the one that still
-/// waits says the same. Chat lines are never dropped.
+/// Every message leaves, in the order in which they were put, but for one exception for the sake of play: a move, a turn
+/// or another action on the board does not wait behind chat lines for more than a second, beyond what the connection
+/// itself takes. It leaves before those that are still here then.
 ///
 /// Times are milliseconds of any clock that never goes back.
 class SendQueue {

@@ -84,12 +84,6 @@ void FrmChess::txtOut_GotFocus() {
 }
 
 void FrmChess::SendCanned(const std::string& word, int sound) {
-  // A key that is held down, or hammered, says it once.
-  const auto now = std::chrono::steady_clock::now();
-  const bool repeated = word == last_canned_ && now - last_canned_at_ < std::chrono::seconds(1);
-  last_canned_ = word;
-  last_canned_at_ = now;
-  if (repeated) return txtIn.SetFocus();
   Transmit(word, kWords);
   txtIn.SetFocus();
   if (sound != 0) PlayResourceSound(sound);

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <chrono>
 #include <optional>
 #include <string>
 #include <vector>
@@ -112,8 +111,6 @@ class FrmChess : public GameWindow {
   std::vector<std::string> said_;  ///< chat lines of this user, oldest first
   std::size_t recalled_ = 0;       ///< which of them stands in the chat line; their count where it is a new line
   std::string unsaid_;             ///< the new line, while an old one stands in the chat line
-  std::string last_canned_;        ///< the canned message that was asked for last, and when
-  std::chrono::steady_clock::time_point last_canned_at_;
 };
 
 inline Window<FrmChess> frmChess;

@@ -122,7 +122,7 @@ TEST(BadLine, LosesNothing) {
 }
 
 TEST(GoodLine, IsNotSlowedAndLetsMovesPassWords) {
-  const Messages lines(30, "0hi"), canned(100, "0yours");
+  const Messages lines(30, "0hi"), calls(30, "0yours");
   const struct {
     int delay;
     Messages words;
@@ -130,7 +130,7 @@ TEST(GoodLine, IsNotSlowedAndLetsMovesPassWords) {
     int slowest;         ///< ms from the sending until the move has arrived
   } rows[] = {{0, {}, 0, 0},         {20, {}, 0, 20},      {0, {"0hi"}, 1, 101},
               {20, {"0hi"}, 1, 125}, {0, {"37"}, 1, 101},  {0, {"0" + std::string(9000, 'x')}, 1, 1000},
-              {20, canned, 1, 125},  {20, lines, 30, 1000}};
+              {20, calls, 30, 1000}, {20, lines, 30, 1000}};
   for (const auto& row : rows) {
     Random random;
     End ann{{row.delay, false, random}}, bob{{row.delay, false, random}};
