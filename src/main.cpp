@@ -1,4 +1,5 @@
 #include <cstdio>
+#include <cstdlib>
 #include <optional>
 #include <span>
 #include <string_view>
@@ -40,12 +41,14 @@ Files: only the games (*.mrv) and chats (*.txt) that you save; no settings. A
 morva.txt in the folder where Morva is started is shown in place of its manual.
 )";
 
+int CodeAfter(int output_result) { return output_result < 0 ? EXIT_FAILURE : EXIT_SUCCESS; }
+
 // The exit code, where the words behind the program's name ask for something else than a game.
 std::optional<int> Answer(std::span<char*> words) {
   if (words.empty()) return std::nullopt;
   const std::string_view word = words.front();
-  if (word == "--help") return std::fputs(kHelp, stdout) < 0;
-  if (word == "--version") return std::printf("morva %s\n", App::Version().c_str()) < 0;
+  if (word == "--help") return CodeAfter(std::fputs(kHelp, stdout));
+  if (word == "--version") return CodeAfter(std::printf("morva %s\n", App::Version().c_str()));
   std::fprintf(stderr, "morva: unknown word '%s'; 'morva --help' tells which there are\n", words.front());
   return 2;
 }

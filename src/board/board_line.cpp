@@ -4,7 +4,7 @@ namespace morva {
 
 std::string Board::BoardLine() const {
   std::string line;
-  for (int i = 0; i < 64; ++i) {
+  for (int i = 0; i < kSquares; ++i) {
     int code = Val(squ(i).Tag);
     // After a bad letter the Tag holds a number outside the codes, which could come out as a control character.
     if (code < 0 || code > 9) code = 0;

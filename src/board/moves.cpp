@@ -10,10 +10,10 @@ void Board::DoMove(int from, int too) {
   PutPiece(too, piece, c);
   EmptySquare(from);  // last: a received move onto its own square leaves nothing
   AddToHist();
-  if (c == kWhite && too < 8 && Val(squ(too).Tag) == 1) PutPiece(too, 6, c);
-  if (c == kBlack && too > 55 && Val(squ(too).Tag) == 1) PutPiece(too, 6, c);
-  if (c == kWhite && too < 8 && Val(squ(too).Tag) == 7) PutPiece(too, 8, c);
-  if (c == kBlack && too > 55 && Val(squ(too).Tag) == 7) PutPiece(too, 8, c);
+  const bool on_far_row = c == kWhite ? too < 8 : too >= kSquares - 8;
+  const int arrived = Val(squ(too).Tag);
+  if (on_far_row && arrived == kPawn) PutPiece(too, kQueen, c);
+  if (on_far_row && arrived == kChecker) PutPiece(too, kKingChecker, c);
 }
 
 void Board::PutPiece(int Index, int code, Color color) {

@@ -47,7 +47,7 @@ void Board::ClearBoard() {
 }
 
 void Board::ResetSquares() {
-  for (int i = 0; i < 64; ++i) EmptySquare(i);
+  for (int i = 0; i < kSquares; ++i) EmptySquare(i);
 }
 
 }  // namespace morva

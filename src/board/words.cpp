@@ -11,7 +11,7 @@ std::string SquareName(int i) { return static_cast<char>('A' + i % 8) + std::to_
 std::string PieceWord(int code) {
   static constexpr std::array kWords{"",     "pawn",  "castle",  "bishop",      "knight",
                                      "king", "queen", "checker", "king checker"};
-  return code >= 0 && code <= 8 ? kWords[static_cast<std::size_t>(code)] : "";
+  return code >= kNothing && code <= kKingChecker ? kWords[static_cast<std::size_t>(code)] : "";
 }
 
 std::string ColorWord(Color color) { return color == kBlack ? "black " : "white "; }

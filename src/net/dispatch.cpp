@@ -1,8 +1,8 @@
-#include <array>
 #include <optional>
 #include <string>
 #include <string_view>
 
+#include "net/canned_words.h"
 #include "net/game_window.h"
 #include "net/text.h"
 #include "net/wire.h"
@@ -12,25 +12,10 @@ namespace morva {
 
 namespace {
 
-struct CannedWord {
-  const char* word;
-  int sound;
-  const char* text;
-  bool names_sender;
-};
-
-constexpr std::array<CannedWord, 5> kCannedWords{{
-    {"yours", 107, "Wake up!", false},
-    {"check", 104, "Check!", false},
-    {"cmate", 105, "Checkmate!", false},
-    {"smate", 105, "Stalemate!", false},
-    {"iwin", 106, " wins!", true},
-}};
-
 // The square that a text names by the number it starts with; none where there is no number, or none of a square.
 std::optional<int> SquareIn(const std::string& text) {
   const std::optional<int> index = LeadingNumber(text);
-  return index && *index >= 0 && *index < static_cast<int>(kSquares) ? index : std::nullopt;
+  return index && *index >= 0 && *index < kSquares ? index : std::nullopt;
 }
 
 }  // namespace
@@ -65,11 +50,11 @@ void GameWindow::Receive(const std::string& Data, int dtype) {
 void GameWindow::ReceiveWord(const std::string& Data) {
   for (const CannedWord& canned : kCannedWords) {
     if (Data != canned.word) continue;
-    PlayResourceSound(canned.sound);
+    PlayResourceSound(canned.sound_there);
     if (AcceptsMessages()) ShowMessage(canned.names_sender ? Shortened(OpNick) + canned.text : canned.text);
     return;
   }
-  PlayResourceSound(108);
+  PlayResourceSound(kLineSound);
   const std::string said = TextOf(Data);
   out("<" + OpNick + ">  " + said);
   Announce(OpNick + ": " + said);
@@ -82,7 +67,7 @@ void GameWindow::ReceiveBoardAction(const std::string& Data) {
   } else if (Data == "newc") {
     NewCheckers();
   } else if (Data == "clear") {
-    PlayResourceSound(103);
+    PlayResourceSound(kBoardSound);
     ClearBoard();
     Announce("Board cleared");
   } else if (Data == "new") {
@@ -94,11 +79,11 @@ void GameWindow::ReceiveBoardAction(const std::string& Data) {
 
 void GameWindow::ReceiveBoard(const std::string& letters) {
   if (letters.size() < kSquares) return;
-  for (int i = 0; i < static_cast<int>(kSquares); ++i) {
+  for (int i = 0; i < kSquares; ++i) {
     ReadLetter(i, static_cast<unsigned char>(letters[static_cast<std::size_t>(i)]));
   }
   Announce("New board from " + OpNick);
-  PlayResourceSound(103);
+  PlayResourceSound(kBoardSound);
 }
 
 void GameWindow::ReceiveMove(const std::string& Data) {
@@ -106,7 +91,7 @@ void GameWindow::ReceiveMove(const std::string& Data) {
   const auto from = SquareIn(Data.substr(0, 2));
   const auto too = SquareIn(Data.substr(Data.size() - 2));
   if (!from || !too) return;
-  PlayResourceSound(101);
+  PlayResourceSound(kMoveSound);
   who = OpNick;
   DoMove(*from, *too);
   highlight("me");

@@ -1,6 +1,7 @@
 #include "net/game_window.h"
 
 #include "net/frm_control.h"
+#include "net/sounds.h"
 #include "net/text.h"
 #include "platform/accessibility/announce.h"
 #include "platform/application.h"
@@ -18,7 +19,7 @@ void GameWindow::ShowMessage(const std::string& text) {
 }
 
 void GameWindow::NewChess() {
-  PlayResourceSound(103);
+  PlayResourceSound(kBoardSound);
   ClearHistory();
   SetUpChess();
   ResetClock();
@@ -26,7 +27,7 @@ void GameWindow::NewChess() {
 }
 
 void GameWindow::NewCheckers() {
-  PlayResourceSound(103);
+  PlayResourceSound(kBoardSound);
   ClearHistory();
   SetUpCheckers();
   ResetClock();

@@ -33,8 +33,8 @@ class GameWindow : public Board {
   virtual void ShowNicks() = 0;                        ///< Nick and OpNick are known
   virtual void ClearHistory() = 0;
   virtual void ResetClock() = 0;
-  virtual void PlayResourceSound(int id) = 0;
-  virtual void SaveGame() = 0;  ///< asks for a name and saves, or doesn't
+  virtual void PlayResourceSound(int id) = 0;  ///< one of net/sounds.h
+  virtual void SaveGame() = 0;                 ///< asks for a name and saves, or doesn't
   virtual bool AcceptsMessages() const = 0;
 
  private:

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "net/wire.h"
+#include "platform/system/values.h"
 
 // The grammar can be read in two ways at these places:
 //
@@ -34,7 +35,7 @@ constexpr Reading kRunsToEnd{Shape::kRunsToEnd};
 
 bool IsDigit(char c) { return c >= '0' && c <= '9'; }
 
-bool IsSquare(std::string_view two_digits) { return two_digits < "64"; }
+bool IsSquare(std::string_view two_digits) { return Val(two_digits) < kSquares; }
 
 // How many digits there are from `at` on, counting no further than `most`.
 std::size_t Digits(std::string_view text, std::size_t at, std::size_t most) {

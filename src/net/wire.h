@@ -4,6 +4,8 @@
 #include <string>
 #include <string_view>
 
+#include "painting/squares.h"
+
 namespace morva {
 
 inline constexpr int kPort = 2948;
@@ -16,8 +18,8 @@ inline constexpr int kTrash = 3;
 inline constexpr int kChange = 4;
 
 inline constexpr std::string_view kBoardHead = "1__";  ///< leads a board: the digit and a mark in its payload
-inline constexpr std::size_t kSquares = 64;            ///< of a board, each a letter of its line
-inline constexpr std::size_t kBoardBytes = kBoardHead.size() + kSquares;  ///< of a board with no more than its squares
+inline constexpr std::size_t kBoardBytes =
+    kBoardHead.size() + kSquares;  ///< of a board with a letter a square and no more
 
 /// Whether the end of `message` shows only in the quiet behind it: a chat line, a nick, a trashed square, a board line
 /// longer than the board.

@@ -6,10 +6,10 @@ namespace morva {
 
 // Every routine leaves DrawWidth at 1; those that don't set it first rely on that.
 
-PictureBox& SquarePainter::Open(int i, int code, int flag) {
+PictureBox& SquarePainter::Open(int i, Piece piece, int flag) {
   PictureBox& square = squ(i);
   square.Cls();
-  square.Tag = std::to_string(code);
+  square.Tag = std::to_string(piece);
   square.FillColor = square.ForeColor = flag == 0 ? kBlack : kWhite;
   return square;
 }
@@ -19,7 +19,7 @@ void SquarePainter::TaperedBody(int i, int d) {
 }
 
 void SquarePainter::Pawn(int i, int flag) {
-  PictureBox& square = Open(i, 1, flag);
+  PictureBox& square = Open(i, kPawn, flag);
   square.DrawWidth = 1;
   square.Circle(390, 220, 80);
   square.DrawWidth = 3;
@@ -31,7 +31,7 @@ void SquarePainter::Pawn(int i, int flag) {
 }
 
 void SquarePainter::castle(int i, int flag) {
-  PictureBox& square = Open(i, 2, flag);
+  PictureBox& square = Open(i, kCastle, flag);
   square.DrawWidth = 15;
   square.Line(390, 280, 390, 540);
   square.DrawWidth = 1;
@@ -45,7 +45,7 @@ void SquarePainter::castle(int i, int flag) {
 }
 
 void SquarePainter::bishop(int i, int flag) {
-  PictureBox& square = Open(i, 3, flag);
+  PictureBox& square = Open(i, kBishop, flag);
   TaperedBody(i, 0);
   square.Circle(405, 250, 115);
   square.ForeColor = square.BackColor;
@@ -54,7 +54,7 @@ void SquarePainter::bishop(int i, int flag) {
 }
 
 void SquarePainter::knight(int i, int flag) {
-  PictureBox& square = Open(i, 4, flag);
+  PictureBox& square = Open(i, kKnight, flag);
   TaperedBody(i, 50);
   square.Circle(465, 250, 115);
   square.DrawWidth = 7;
@@ -68,7 +68,7 @@ void SquarePainter::knight(int i, int flag) {
 }
 
 void SquarePainter::king(int i, int flag) {
-  PictureBox& square = Open(i, 5, flag);
+  PictureBox& square = Open(i, kKing, flag);
   square.DrawWidth = 1;
   TaperedBody(i, 0);
   square.Circle(405, 250, 80);
@@ -79,7 +79,7 @@ void SquarePainter::king(int i, int flag) {
 }
 
 void SquarePainter::queen(int i, int flag) {
-  PictureBox& square = Open(i, 6, flag);
+  PictureBox& square = Open(i, kQueen, flag);
   TaperedBody(i, 0);
   square.Circle(405, 250, 80);
   square.DrawWidth = 3;
@@ -90,12 +90,12 @@ void SquarePainter::queen(int i, int flag) {
 }
 
 void SquarePainter::checker(int i, int flag) {
-  PictureBox& square = Open(i, 7, flag);
+  PictureBox& square = Open(i, kChecker, flag);
   square.Circle(390, 390, 330);
 }
 
 void SquarePainter::checkerking(int i, int flag) {
-  PictureBox& square = Open(i, 8, flag);
+  PictureBox& square = Open(i, kKingChecker, flag);
   square.DrawWidth = 1;
   square.Circle(390, 390, 330);
   square.ForeColor = square.BackColor;

@@ -5,7 +5,7 @@
 namespace morva {
 
 SquarePainter::SquarePainter(const FormStyle& style) : Form(style) {
-  for (int i = 0; i < 64; ++i) {
+  for (int i = 0; i < kSquares; ++i) {
     const bool light = (i / 8 + i % 8) % 2 == 0;
     squ(i).BackColor = light ? kLightSquare : kDarkSquare;
     squ(i).ForeColor = light ? kBlack : kWhite;
@@ -16,7 +16,7 @@ SquarePainter::SquarePainter(const FormStyle& style) : Form(style) {
 }
 
 void SquarePainter::PlaceSquares() {
-  for (int i = 0; i < 64; ++i) {
+  for (int i = 0; i < kSquares; ++i) {
     const int row = i / 8;
     Place({{squ(i), 840.0 * (i % 8), 840.0 * row, 845, 845}});
     squ(i).JoinGroup(board);
@@ -28,23 +28,23 @@ void SquarePainter::PlaceSquares() {
 void SquarePainter::drawmove(int i, Color c) {
   const int flag = c > kWhite / 2 ? 1 : 0;
   switch (Val(squ(i).Tag)) {
-    case 0:
+    case kNothing:
       return squ(i).Cls();
-    case 1:
+    case kPawn:
       return Pawn(i, flag);
-    case 2:
+    case kCastle:
       return castle(i, flag);
-    case 3:
+    case kBishop:
       return bishop(i, flag);
-    case 4:
+    case kKnight:
       return knight(i, flag);
-    case 5:
+    case kKing:
       return king(i, flag);
-    case 6:
+    case kQueen:
       return queen(i, flag);
-    case 7:
+    case kChecker:
       return checker(i, flag);
-    case 8:
+    case kKingChecker:
       return checkerking(i, flag);
   }
 }

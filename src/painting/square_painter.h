@@ -1,5 +1,6 @@
 #pragma once
 
+#include "painting/squares.h"
 #include "platform/controls/control_array.h"
 #include "platform/controls/control_group.h"
 #include "platform/controls/pictures.h"
@@ -14,16 +15,15 @@ inline constexpr Color kDarkSquare = 0x3C576F;
 
 /// The lowest layer of the main window: the 64 squares and everything that is painted on one.
 ///
-/// Square i stands in row i / 8 from the top and column i % 8 from the left. Its Tag holds the piece code as decimal
-/// text: 0 nothing, 1 pawn, 2 castle, 3 bishop, 4 knight, 5 king, 6 queen, 7 checker, 8 king checker. Its ForeColor is
-/// the colour of the piece, kBlack or kWhite, and means nothing on an empty square. An index outside 0 to 63 throws
-/// std::out_of_range, in every routine.
+/// Square i stands in row i / 8 from the top and column i % 8 from the left. Its Tag holds the code of the Piece on it
+/// as decimal text. Its ForeColor is the colour of the piece, kBlack or kWhite, and means nothing on an empty square.
+/// An index outside 0 to 63 throws std::out_of_range, in every routine.
 class SquarePainter : public Form {
  public:
   /// Makes 64 empty squares; they stand on the window after PlaceSquares.
   explicit SquarePainter(const FormStyle& style);
 
-  ControlArray<PictureBox, 64> squ;
+  ControlArray<PictureBox, kSquares> squ;
   ControlGroup board;  ///< the squares as assistive tools see them: one list
 
   /// Each puts its piece on square i, in place of what stood there, and paints it. flag is 0 for black, 1 for white.
@@ -48,7 +48,7 @@ class SquarePainter : public Form {
   void PlaceSquares();
 
  private:
-  PictureBox& Open(int i, int code, int flag);
+  PictureBox& Open(int i, Piece piece, int flag);
   void TaperedBody(int i, int d);
 };
 

@@ -107,10 +107,12 @@ bool FrmChess::Form_KeyDown(Key key, int Shift) {
     PutBack();
   } else if (key == Key::kT && Shift == kCtrlKey) {
     PassTurn();
-  } else if (key == Key::kF6 && Shift == 0) {
-    txtIn.HasFocus() ? FocusBoard() : frmToolWindow->FocusNick();
-  } else if (key == Key::kF6 && Shift == kShiftKey) {
-    txtIn.HasFocus() ? frmToolWindow->FocusNick() : FocusChat();
+  } else if (key == Key::kF6 && Shift == 0 && txtIn.HasFocus()) {
+    FocusBoard();
+  } else if (key == Key::kF6 && Shift == kShiftKey && !txtIn.HasFocus()) {
+    FocusChat();
+  } else if (key == Key::kF6 && (Shift == 0 || Shift == kShiftKey)) {
+    frmToolWindow->FocusNick();
   } else {
     return false;
   }

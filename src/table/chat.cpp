@@ -23,7 +23,7 @@ void FrmChess::out(const std::string& s) {
 
 void FrmChess::txtIn_KeyPress(int KeyAscii) {
   if (KeyAscii != 13) {
-    PlayResourceSound(109);
+    PlayResourceSound(kKeySound);
     return;
   }
   const std::string line = Printable(SingleLine(txtIn.Text()));
@@ -38,7 +38,7 @@ void FrmChess::txtIn_KeyPress(int KeyAscii) {
   txtIn.Text = "";
   recalled_ = said_.size();
   txtIn.SetFocus();
-  PlayResourceSound(108);
+  PlayResourceSound(kLineSound);
 }
 
 bool FrmChess::txtIn_KeyDown(Key key, int Shift) {
@@ -83,10 +83,10 @@ void FrmChess::txtOut_GotFocus() {
   txtIn.SelectAll();
 }
 
-void FrmChess::SendCanned(const std::string& word, int sound) {
-  Transmit(word, kWords);
+void FrmChess::SendCanned(const CannedWord& canned) {
+  Transmit(canned.word, kWords);
   txtIn.SetFocus();
-  if (sound != 0) PlayResourceSound(sound);
+  if (canned.sound_here != kNoSound) PlayResourceSound(canned.sound_here);
 }
 
 }  // namespace morva

@@ -9,15 +9,13 @@ namespace morva {
 
 namespace {
 
-constexpr int kPawn = 1, kQueen = 6, kChecker = 7, kKingChecker = 8;
-
 // The piece to offer for an empty square: of the game that the first piece on the board belongs to.
 int PieceOfTheGame() {
   for (const PictureBox& square : frmChess->squ) {
     const int piece = Val(square.Tag);
     if (piece > 0) return piece < kChecker ? kPawn : kChecker;
   }
-  return 0;
+  return kNothing;
 }
 
 }  // namespace
@@ -35,14 +33,14 @@ FrmChange::FrmChange()
       {Frame3, 1320, 960, 1095, 855, "Team/Color"},
       {clr(1), 120, 480, 735, 255, "White", &Frame3},
       {clr(0), 120, 240, 735, 255, "Black", &Frame3},
-      {rdo(8), 1440, 480, 735, 255, "King"},
-      {rdo(7), 1440, 240, 855, 255, "Normal"},
-      {rdo(6), 240, 1440, 855, 255, "Queen"},
-      {rdo(5), 240, 1200, 615, 255, "King"},
-      {rdo(4), 240, 960, 855, 255, "Knight"},
-      {rdo(3), 240, 720, 855, 255, "Bishop"},
-      {rdo(2), 240, 480, 735, 255, "Castle"},
-      {rdo(1), 240, 240, 735, 255, "Pawn"},
+      {rdo(kKingChecker), 1440, 480, 735, 255, "King"},
+      {rdo(kChecker), 1440, 240, 855, 255, "Normal"},
+      {rdo(kQueen), 240, 1440, 855, 255, "Queen"},
+      {rdo(kKing), 240, 1200, 615, 255, "King"},
+      {rdo(kKnight), 240, 960, 855, 255, "Knight"},
+      {rdo(kBishop), 240, 720, 855, 255, "Bishop"},
+      {rdo(kCastle), 240, 480, 735, 255, "Castle"},
+      {rdo(kPawn), 240, 240, 735, 255, "Pawn"},
       {Frame2, 1320, 0, 1095, 855, "Checkers"},
       {Frame1, 120, 0, 1095, 1815, "Chess"},
   });
@@ -82,7 +80,7 @@ void FrmChange::SelectPiece(int piece) {
 
 void FrmChange::cmdOK_Click() {
   const auto* const chosen = std::find_if(rdo.begin(), rdo.end(), [](const OptionButton& o) { return o.Value(); });
-  const int piece = chosen == rdo.end() ? 0 : chosen->Index;
+  const int piece = chosen == rdo.end() ? kNothing : chosen->Index;
   const Color color = clr(0).Value() ? kBlack : kWhite;
   frmChess->Enabled = true;
   frmChess->PutPiece(Index, piece, color);

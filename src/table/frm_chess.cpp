@@ -116,11 +116,11 @@ void FrmChess::ConnectEvents() {
   mnuQuit.Click = [this] { mnuQuit_Click(); };
 
   mnuAcceptMessages.Click = [this] { ToggleChecked(mnuAcceptMessages); };
-  mnuCheck.Click = [this] { SendCanned("check", 104); };
-  mnuCheckMate.Click = [this] { SendCanned("cmate", 104); };
-  mnuStaleMate.Click = [this] { SendCanned("smate", 105); };
-  mnuIWin.Click = [this] { SendCanned("iwin", 106); };
-  mnuWakeUp.Click = [this] { SendCanned("yours", 0); };
+  mnuCheck.Click = [this] { SendCanned(kCheck); };
+  mnuCheckMate.Click = [this] { SendCanned(kCheckMate); };
+  mnuStaleMate.Click = [this] { SendCanned(kStaleMate); };
+  mnuIWin.Click = [this] { SendCanned(kIWin); };
+  mnuWakeUp.Click = [this] { SendCanned(kWakeUp); };
   mnuShowLast.Click = [this] { Slide(); };
 }
 

@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "net/canned_words.h"
 #include "net/game_window.h"
 #include "painting/coordinates.h"
 #include "platform/controls/command_button.h"
@@ -61,7 +62,7 @@ class FrmChess : public GameWindow {
 
   /// Adds a line to the chat log.
   void out(const std::string& s) override;
-  /// Plays one of the stored sounds, 101 to 109, while sounds are on.
+  /// Plays one of the stored sounds while sounds are on.
   void PlayResourceSound(int id) override;
   /// Flies the marker from the from square of the last move to its to square.
   void Slide();
@@ -99,7 +100,7 @@ class FrmChess : public GameWindow {
   void RecallLine(std::size_t which);
   void txtOut_GotFocus();
   void cmdDefault_Click();
-  void SendCanned(const std::string& word, int sound);
+  void SendCanned(const CannedWord& canned);
 
   void mnuNewChess_Click();
   void mnuNewCheckers_Click();

@@ -147,7 +147,11 @@ bool FrmToolWindow::Form_KeyDown(Key key, int Shift) {
     return true;
   }
   if (key != Key::kF6 || (Shift & ~kShiftKey) != 0 || !frmChess->Enabled()) return false;
-  Shift == kShiftKey ? frmChess->FocusBoard() : frmChess->FocusChat();
+  if (Shift == kShiftKey) {
+    frmChess->FocusBoard();
+  } else {
+    frmChess->FocusChat();
+  }
   return true;
 }
 

@@ -1,3 +1,4 @@
+#include "net/sounds.h"
 #include "net/wire.h"
 #include "platform/accessibility/announce.h"
 #include "table/frm_chess.h"
@@ -17,7 +18,7 @@ void FrmChess::mnuNewCheckers_Click() {
 }
 
 void FrmChess::mnuClear_Click() {
-  PlayResourceSound(103);
+  PlayResourceSound(kBoardSound);
   Transmit("clear", kBoard);
   ClearBoard();
   Announce("Board cleared");

@@ -1,4 +1,5 @@
 #include "net/frm_control.h"
+#include "net/sounds.h"
 #include "net/wire.h"
 #include "table/frm_change.h"
 #include "table/frm_chess.h"
@@ -34,7 +35,7 @@ void FrmChess::squ_DragDrop(int Index, const Control& Source) {
   DoMove(Source.Index, Index);
   Transmit(TwoDigits(Source.Index) + TwoDigits(Index), kBoard);
   txtIn.SetFocus();
-  PlayResourceSound(101);
+  PlayResourceSound(kMoveSound);
   frmToolWindow->highlight("you");
 }
 

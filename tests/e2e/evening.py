@@ -6,7 +6,8 @@ Usage: evening.py [DESKTOP...]"""
 import sys
 
 from desk import DESKTOPS, Desk, awaited, check, own_network, run
-from player import (BOARD, CHANGE_DIALOG, CHESS, HISTORY, LBL_NICK, LBL_TIME, LST_HIST, NICKS, START_PICTURE, Player)
+from player import (BOARD, CHANGE_DIALOG, CHESS, HISTORY, LBL_NICK, LBL_TIME, LST_HIST, NICKS, START_PICTURE, VERSION,
+                    Player)
 
 ASIDE = 2, 2  # where the pointer is over nothing
 
@@ -145,7 +146,7 @@ class Evening:
 
     def dialogs(self):
         shown = self.ann.tool.picture(*HISTORY)
-        for keys, title in [(["F1"], "Instructions"), (["alt+h", "a"], "About Morva 1.0.185")]:
+        for keys, title in [(["F1"], "Instructions"), (["alt+h", "a"], f"About {VERSION}")]:
             self.ann.menu(*keys)
             check(self.ann.window(title).wholly_on_the_screen(), f"{title} stands wholly on the screen")
             if not self.ann_desk.on_wayland:  # where the desktop alone places windows

@@ -5,7 +5,7 @@ import struct
 import sys
 
 from desk import Desk, awaited, check, own_network, run
-from player import CHANGE_DIALOG, CHESS, PORTRAIT, Line, Player
+from player import CHANGE_DIALOG, CHESS, PORTRAIT, VERSION, Line, Player
 
 MOVED = CHESS[:12] + "." + CHESS[13:28] + "e" + CHESS[29:]
 
@@ -26,7 +26,7 @@ def is_cut_off(line):
 
 def the_author(ann):
     ann.menu("alt+h", "a")
-    about = ann.window("About Morva 1.0.185")
+    about = ann.window(f"About {VERSION}")
     before = about.picture()
     about.click(*PORTRAIT)
     awaited(lambda: about.picture() != before, "the author window")

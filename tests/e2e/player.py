@@ -1,6 +1,7 @@
 """A player: one running Morva on a desk, and the person before it. Or only the other end of the line, a bare socket."""
 
 import os
+import re
 import shutil
 import socket
 import tempfile
@@ -11,6 +12,7 @@ from desk import awaited, check
 
 ROOT = Path(__file__).resolve().parents[2]
 PROGRAM = Path(os.environ.get("MORVA", ROOT / "build" / "morva")).resolve()
+VERSION = re.search(r"project\(morva VERSION (\S+)", (ROOT / "CMakeLists.txt").read_text())[1]
 PORT = 2948
 
 # Insides of windows, pixels.

@@ -87,7 +87,7 @@ class FittingLabel : public QLabel {
     if (const auto* box = dynamic_cast<const PictureBox*>(ControlOf(parentWidget()))) {
       return box->GroundAt(ink.translated(pos()));
     }
-    const Color face = GetSysColor(15);
+    const Color face = Resolved(kButtonFace);
     return {face, face};
   }
 

@@ -9,6 +9,8 @@ namespace morva {
 
 namespace {
 
+constexpr Color kSystemColor = 0x80000000;  // marks a system colour constant
+
 constexpr int Channel(Color color, int shift) { return static_cast<int>(color >> shift & 0xFFU); }
 
 // As far from the face towards the text on it as the text bears: panels are shaded from the one to the other.
@@ -28,16 +30,16 @@ Color ColorOf(const QColor& color) {
 Color GetSysColor(int index) {
   const QPalette palette = QGuiApplication::palette();
   const QColor face = palette.color(QPalette::Active, QPalette::Button);
-  switch (index) {
-    case 5:
+  switch (kSystemColor | static_cast<Color>(index)) {
+    case kWindowBackground:
       return ColorOf(palette.color(QPalette::Active, QPalette::Base));
-    case 8:
+    case kWindowText:
       return ColorOf(palette.color(QPalette::Active, QPalette::Text));
-    case 16:
-      return Shadow(ColorOf(face), GetSysColor(18));
-    case 18:
+    case kButtonShadow:
+      return Shadow(ColorOf(face), Resolved(kButtonText));
+    case kButtonText:
       return ColorOf(palette.color(QPalette::Active, QPalette::ButtonText));
-    case 20:
+    case kButtonHighlight:
       return ColorOf(palette.color(QPalette::Active, QPalette::Light));
     default:
       return ColorOf(face);
@@ -54,7 +56,7 @@ Color Mixed(Color from, Color to, int percent) {
 }
 
 Color Resolved(Color color) {
-  return (color & 0x80000000U) != 0 ? GetSysColor(static_cast<int>(color & 0xFFU)) : color;
+  return (color & kSystemColor) != 0 ? GetSysColor(static_cast<int>(color & 0xFFU)) : color;
 }
 
 }  // namespace morva

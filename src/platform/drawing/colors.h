@@ -14,6 +14,8 @@ inline constexpr Color kBlack = 0;
 inline constexpr Color kWhite = 16777215;
 inline constexpr Color kRed = 255;
 
+inline constexpr Color kWindowBackground = 0x80000005;
+inline constexpr Color kWindowText = 0x80000008;
 inline constexpr Color kButtonFace = 0x8000000F;
 inline constexpr Color kButtonShadow = 0x80000010;
 inline constexpr Color kButtonText = 0x80000012;
@@ -22,7 +24,7 @@ inline constexpr Color kButtonHighlight = 0x80000014;
 /// The desktop's colour with the index 0 to 24, as it is now; an index that names none gives the button face.
 Color GetSysColor(int index);
 
-/// The colour value of a colour of the toolkit.
+/// The colour value of a colour of Qt.
 Color ColorOf(const QColor& color);
 
 /// The colour so many per cent, 0 to 100, of the way from one colour value to another.
