@@ -2,6 +2,7 @@
 
 #include <QLabel>
 #include <QPainter>
+#include <algorithm>
 #include <utility>
 
 #include "platform/controls/native.h"
@@ -51,10 +52,10 @@ class FittingLabel : public QLabel {
     if (Contrast(color, GroundBehind()) < NeededContrast()) DrawHalo(color == kBlack ? kWhite : kBlack);
     DrawText(color, {});
     if (!hasFocus()) return;
-    // The label can be much wider than its text, and than its window.
-    const QRect ring(0, 0, QFontMetrics(FittedFont()).horizontalAdvance(text()) + 2 * ToPixels(kFocusMargin), height());
+    // The label can be much wider than its text.
+    const int end = QFontMetrics(FittedFont()).horizontalAdvance(ShownText()) + 2 * ToPixels(kFocusMargin);
     QPainter painter(this);
-    PaintFocusRing(painter, ring & visibleRegion().boundingRect(), 1);
+    PaintFocusRing(painter, QRect(0, 0, std::min(end, SeenWidth()), height()), 1);
   }
 
  private:
@@ -64,11 +65,30 @@ class FittingLabel : public QLabel {
     if (std::exchange(fits_, true)) return fitted_;
     constexpr int kSmallest = 5;  // pixels
     fitted_ = ProgramFont(points_, bold_);
-    const bool one_line = height() < 2 * QFontMetrics(fitted_).lineSpacing();
-    if (one_line) fitted_ = Fitted(fitted_, text(), width());
-    while (!one_line && fitted_.pixelSize() > kSmallest && !Fits(fitted_))
+    one_line_ = height() < 2 * QFontMetrics(fitted_).lineSpacing();
+    if (one_line_) fitted_ = Fitted(fitted_, text(), width());
+    while (!one_line_ && fitted_.pixelSize() > kSmallest && !Fits(fitted_))
       fitted_.setPixelSize(fitted_.pixelSize() - 1);
     return fitted_;
+  }
+
+  // How much of the label lies within its window, which it can go beyond.
+  int SeenWidth() const {
+    int left = 0, seen = width();
+    for (const QWidget* inside = this; !inside->isWindow(); inside = inside->parentWidget()) {
+      left += inside->x();
+      seen = std::min(seen, inside->parentWidget()->width() - left);
+    }
+    return seen;
+  }
+
+  // A line that would go on beyond the window's edge ends there, with room for the focus ring.
+  QString ShownText() const {
+    if (label_.ReliefOf != nullptr) return As<FittingLabel>(*label_.ReliefOf).ShownText();
+    const QFontMetrics metrics(FittedFont());
+    const int seen = SeenWidth();
+    if (!one_line_ || seen == width()) return text();
+    return metrics.elidedText(text(), Qt::ElideRight, seen - 2 * ToPixels(kFocusMargin));
   }
 
   bool Fits(const QFont& font) const {
@@ -82,7 +102,7 @@ class FittingLabel : public QLabel {
 
   Ground GroundBehind() const {
     const QFontMetrics metrics(FittedFont());
-    QRect ink = metrics.boundingRect(rect(), Flags(), text()) & rect();
+    QRect ink = metrics.boundingRect(rect(), Flags(), ShownText()) & rect();
     ink.setTop(ink.top() + metrics.ascent() - metrics.capHeight());
     if (const auto* box = dynamic_cast<const PictureBox*>(ControlOf(parentWidget()))) {
       return box->GroundAt(ink.translated(pos()));
@@ -95,7 +115,7 @@ class FittingLabel : public QLabel {
     QPainter painter(this);
     painter.setFont(FittedFont());
     painter.setPen(QtColor(color));
-    painter.drawText(rect().translated(shift), Flags(), text());
+    painter.drawText(rect().translated(shift), Flags(), ShownText());
   }
 
   // Where neither black nor white is read on all that stands behind.
@@ -109,7 +129,7 @@ class FittingLabel : public QLabel {
   double points_ = 0;
   bool bold_ = false;
   mutable QFont fitted_;
-  mutable bool fits_ = false;
+  mutable bool fits_ = false, one_line_ = false;
 };
 
 }  // namespace

@@ -8,7 +8,7 @@ namespace morva {
 enum class Alignment { kLeft, kCenter };
 
 /// Plain text that the user can't change. Nothing in the text is taken for markup or an access key. Where it doesn't
-/// fit, it is set narrower and then smaller.
+/// fit, it is set narrower and then smaller; a line that fits the label, but not the window, ends in "…" at its edge.
 class Label : public Control {
  public:
   Label();

@@ -23,7 +23,7 @@ class ListBox::Model : public QAbstractListModel {
   QVariant data(const QModelIndex& index, int role) const override {
     if (!index.isValid() || index.row() >= static_cast<int>(items_.size())) return {};
     const std::string& text = items_[static_cast<std::size_t>(index.row())].text;
-    if (role == Qt::DisplayRole) return ShortText(text);
+    if (role == Qt::DisplayRole) return ShortEnd(text);
     if (role == Qt::ToolTipRole) return TipText(text);
     return {};
   }
@@ -108,7 +108,7 @@ ListBox::ListBox()
   view.setUniformItemSizes(true);
   view.setEditTriggers(QAbstractItemView::NoEditTriggers);
   view.setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-  view.setTextElideMode(Qt::ElideRight);
+  view.setTextElideMode(Qt::ElideLeft);
   QObject::connect(view.selectionModel(), &QItemSelectionModel::currentChanged, [this](const QModelIndex& current) {
     if (!later_.Requested()) Store(ListIndex, current.row());
   });

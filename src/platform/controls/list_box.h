@@ -8,7 +8,8 @@
 
 namespace morva {
 
-/// A list of lines with a number each, in the order of insertion. Nothing in a line is taken for markup.
+/// A list of lines with a number each, in the order of insertion. Nothing in a line is taken for markup. A line too
+/// long for the list is shown without its start, and whole in its tip.
 class ListBox : public Control {
  public:
   ListBox();

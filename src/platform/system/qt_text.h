@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <algorithm>
 #include <string>
 
 namespace morva {
@@ -11,13 +12,20 @@ inline QString QtText(const std::string& text) {
 
 inline std::string StdText(const QString& text) { return text.toStdString(); }
 
-/// The beginning of a text that may be of any length, with "…" where it goes on: setting a line takes the longer the
-/// longer it is, seen or not.
+inline constexpr qsizetype kShort =
+    1000;  ///< characters: setting a line takes the longer the longer it is, seen or not
+inline constexpr std::size_t kShortBytes = 4 * kShort;
+
+/// The beginning of a text that may be of any length, with "…" where it goes on.
 inline QString ShortText(const std::string& text) {
-  constexpr qsizetype kMost = 1000;
-  constexpr std::size_t kMostBytes = 4 * kMost;
-  const QString shown = QtText(text.substr(0, kMostBytes));
-  return shown.size() <= kMost ? shown : shown.left(kMost) + "…";
+  const QString shown = QtText(text.substr(0, kShortBytes));
+  return shown.size() <= kShort ? shown : shown.left(kShort) + "…";
+}
+
+/// The same from its end.
+inline QString ShortEnd(const std::string& text) {
+  const QString shown = QtText(text.substr(text.size() - std::min(text.size(), kShortBytes)));
+  return shown.size() <= kShort ? shown : "…" + shown.right(kShort);
 }
 
 /// A tool tip that shows the text as it stands: the toolkit would guess at what is markup in it.
