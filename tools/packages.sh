@@ -18,7 +18,7 @@ need() {
     { echo "These packages could not be installed: ${missing[*]}" >&2; exit 1; }
 }
 
-build_packages=(g++ cmake ninja-build qt6-base-dev qt6-multimedia-dev libxcb1-dev)
+build_packages=(g++ cmake ninja-build qt6-base-dev libpulse-dev libxcb1-dev)
 run_packages=(fonts-liberation)
 screen_packages=(xvfb openbox xfwm4 xfconf xdotool x11-utils imagemagick python3 iproute2 dbus dbus-daemon at-spi2-core python3-pyatspi)
 test_packages=(libgtest-dev pulseaudio desktop-file-utils appstream mandoc)

@@ -10,8 +10,8 @@ namespace {
 
 using Play = void (*)(std::span<const unsigned char> wave);
 
-// The multimedia library and the thirty others that it needs are not loaded before there is something to hear. Where
-// one of them is missing: silence.
+// The sound server's library and what it needs take a memory of 1.4 MB, so they are loaded when there is something to
+// hear. Where one of them is missing: silence.
 Play Speaker() {
   const QString program = QCoreApplication::applicationDirPath();
   for (const char* folder : {"/" MORVA_PARTS, ""}) {
