@@ -10,6 +10,7 @@
 #include "net/frm_splash.h"
 #include "platform/application.h"
 #include "table/frm_chess.h"
+#include "table/frm_tool_window.h"
 
 using namespace morva;
 
@@ -59,7 +60,7 @@ int main(int argc, char** argv) {
   if (const auto code = Answer({argv + 1, argv + argc})) return *code;
   Application application(argc, argv);
   UseDataFolder();
-  application.FitScreen(FrmChess::kScaleWidth, FrmChess::kScaleHeight);
+  application.FitScreen(FrmChess::kScaleWidth, FrmChess::kScaleHeight, FrmToolWindow::kScaleWidth);
   game_window = []() -> GameWindow& { return *frmChess; };
   frmChess.made = [](FrmChess& window) {
     ConnectFileMenus(window);

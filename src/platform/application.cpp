@@ -17,6 +17,7 @@
 #include "platform/style.h"
 #include "platform/system/qt_text.h"
 #include "platform/window/input.h"
+#include "platform/window/session.h"
 #include "platform/window/window.h"
 #include "platform/window/zoom.h"
 
@@ -68,13 +69,10 @@ class Application::Impl {
 Application::Application(int& argc, char** argv) {
   // Pictures are drawn by way of large images that live for a moment: their memory goes back to the system at once.
   ::mallopt(M_MMAP_THRESHOLD, kLargeBlock);
-  // Where a Wayland session lets no program place its windows, the X server beside it does, if there is one.
-  const bool wayland = qEnvironmentVariableIsSet("WAYLAND_DISPLAY"), x = !qEnvironmentVariableIsEmpty("DISPLAY");
-  const char* const platforms = !wayland ? "xcb" : x ? "xcb;wayland" : "wayland";
-  if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", platforms);
+  ChoosePlatform();
   // It complains of each request that a Wayland session does not grant; the program goes on without.
   QLoggingCategory::setFilterRules(
-      QString("qt.qpa.wayland*=false\ndefault.warning=%1").arg(wayland ? "false" : "true"));
+      QString("qt.qpa.wayland*=false\ndefault.warning=%1").arg(IsWaylandSession() ? "false" : "true"));
   auto* style = new Style;
   QApplication::setStyle(style);
   InitStoredFiles();
@@ -95,7 +93,9 @@ Application::~Application() {
   QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
 }
 
-void Application::FitScreen(double client_width, double client_height) { Zoom::BeginFor(client_width, client_height); }
+void Application::FitScreen(double client_width, double client_height, double beside) {
+  Zoom::BeginFor(client_width, client_height, beside);
+}
 
 int Application::Run() { return AnyWindowLoaded() ? QApplication::exec() : 0; }
 

@@ -10,7 +10,6 @@
 #include "platform/drawing/fonts.h"
 #include "platform/drawing/pixels.h"
 #include "platform/drawing/qt_color.h"
-#include "platform/window/native_window.h"
 
 namespace morva {
 
@@ -162,12 +161,8 @@ QSize Style::sizeFromContents(ContentsType type, const QStyleOption* option, con
 int Style::styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
                      QStyleHintReturn* answer) const {
   if (hint == SH_DialogButtonBox_ButtonsHaveIcons) return 0;
-  if (hint == SH_Widget_ShareActivation) {
-    // The tool window is not active because the main window is, unless the two share the keys: what happens at an
-    // activation happens to one of them.
-    const NativeWindow* window = NativeWindow::Of(widget);
-    return window != nullptr && window->SharesKeys() ? 1 : 0;
-  }
+  // The tool window is not active because the main window is: what happens at an activation happens to one of them.
+  if (hint == SH_Widget_ShareActivation) return 0;
   return QProxyStyle::styleHint(hint, option, widget, answer);
 }
 

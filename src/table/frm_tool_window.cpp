@@ -18,7 +18,7 @@ std::string PlayerWords(const Label& nick, const CircleShape& disc) {
 FrmToolWindow::FrmToolWindow()
     : Form({.caption = "Morva Chess/Checkers",
             .frame = FormStyle::Frame::kSizableWidth,
-            .scale_width = 3240,
+            .scale_width = kScaleWidth,
             .scale_height = 3570,
             .close_box = false,
             .start = FormStyle::Start::kByCode}) {
@@ -80,6 +80,7 @@ FrmToolWindow::FrmToolWindow()
 
 void FrmToolWindow::Form_Load() {
   BelongTo(*frmChess);
+  mnuAlways.Enabled = CanStayOnTop();
   TypeInto(frmChess->txtIn);
   Caption = frmControl->Nick;
   frmChess->Caption = frmChess->Caption() + " - " + Caption();

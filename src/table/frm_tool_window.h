@@ -14,6 +14,8 @@ namespace morva {
 /// The window beside the main window: nicks with their discs, the turn, the clock and the history.
 class FrmToolWindow : public Form {
  public:
+  static constexpr double kScaleWidth = 3240;  ///< client area, twips
+
   FrmToolWindow();
 
   Panel picContain;

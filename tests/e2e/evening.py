@@ -146,7 +146,7 @@ class Evening:
 
     def dialogs(self):
         shown = self.ann.tool.picture(*HISTORY)
-        for keys, title in [(["F1"], "Instructions"), (["alt+h", "a"], f"About {VERSION}")]:
+        for keys, title in [(["F1"], "Instructions"), (["alt+h", "a"], f"About Morva {VERSION}")]:
             self.ann.menu(*keys)
             check(self.ann.window(title).wholly_on_the_screen(), f"{title} stands wholly on the screen")
             if not self.ann_desk.on_wayland:  # where the desktop alone places windows

@@ -26,7 +26,7 @@ def is_cut_off(line):
 
 def the_author(ann):
     ann.menu("alt+h", "a")
-    about = ann.window(f"About {VERSION}")
+    about = ann.window(f"About Morva {VERSION}")
     before = about.picture()
     about.click(*PORTRAIT)
     awaited(lambda: about.picture() != before, "the author window")

@@ -11,6 +11,7 @@
 #include "platform/accessibility/announce_native.h"
 #include "platform/system/qt_text.h"
 #include "platform/window/native_window.h"
+#include "platform/window/stacking.h"
 
 namespace morva {
 
@@ -82,7 +83,7 @@ void Notify(NativeWindow& window, const QString& words) {
 // The window that the user works in, and where that is another program's or a box, our main one.
 NativeWindow* Announcing() {
   NativeWindow* active = NativeWindow::Of(QApplication::activeWindow());
-  return active != nullptr ? active : NativeWindow::Main();
+  return active != nullptr ? active : Stacking::Main();
 }
 
 class Announcer : public QObject {

@@ -16,6 +16,7 @@
 #include "platform/drawing/pixels.h"
 #include "platform/system/qt_text.h"
 #include "platform/window/native_window.h"
+#include "platform/window/stacking.h"
 
 namespace morva {
 
@@ -51,7 +52,7 @@ QString StartFolder(const std::string& wanted) {
 QWidget* Parent() {
   QWidget* active = QApplication::activeWindow();
   if (active != nullptr && active->windowType() == Qt::Tool) active = active->parentWidget();
-  return active != nullptr ? active : NativeWindow::Main();
+  return active != nullptr ? active : Stacking::Main();
 }
 
 void SetUp(QMessageBox& box, const std::string& text, const std::string& title) {
@@ -92,12 +93,12 @@ bool Ask(CommonDialog& settings, QFileDialog::AcceptMode mode) {
     dialog.selectFile(QtText(settings.FileName));
   }
   QStringList chosen;
-  NativeWindow::LetAllBeCovered(true);  // a desktop's own dialog can't be told to stay on top, too
+  Stacking::LetAllBeCovered(true);  // a desktop's own dialog can't be told to stay on top, too
   do {
     chosen = Answer(dialog) == QDialog::Accepted ? dialog.selectedFiles() : QStringList();
     // A pattern asks for a name; it is none.
   } while (!chosen.isEmpty() && chosen.front().contains('*'));
-  NativeWindow::LetAllBeCovered(false);
+  Stacking::LetAllBeCovered(false);
   if (chosen.isEmpty()) return false;
   settings.FileName = StdText(chosen.front());
   return true;
@@ -128,7 +129,7 @@ MsgBoxResult MsgBox(const std::string& text, const std::string& title, MsgBoxBut
 void ShowNotice(const std::string& text, const std::string& title, const std::function<bool()>& busy,
                 const std::function<void()>& closed) {
   if (QApplication::activeModalWidget() != nullptr || QApplication::activePopupWidget() != nullptr || busy()) {
-    QTimer::singleShot(kLookAgainMs, NativeWindow::Main(), [=] { ShowNotice(text, title, busy, closed); });
+    QTimer::singleShot(kLookAgainMs, Stacking::Main(), [=] { ShowNotice(text, title, busy, closed); });
     return;
   }
   auto* box = new QMessageBox(Parent());

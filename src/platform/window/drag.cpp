@@ -13,6 +13,7 @@
 #include "platform/drawing/picture.h"
 #include "platform/drawing/pixels.h"
 #include "platform/window/native_window.h"
+#include "platform/window/session.h"
 
 namespace morva {
 
@@ -138,7 +139,7 @@ QCursor Hand(const QWidget& window) {
   if (hand.width() != side) hand = hand.scaled(side, side, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
   hand.setDevicePixelRatio(scale);
   // Under X a cursor is measured in dots.
-  const double unit = QGuiApplication::platformName() == "xcb" ? dots : size_factor;
+  const double unit = IsOnXServer() ? dots : size_factor;
   return QCursor(hand, qRound(kFingertip * unit), 0);
 }
 

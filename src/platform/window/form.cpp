@@ -9,6 +9,9 @@
 #include "platform/system/qt_text.h"
 #include "platform/window/drag.h"
 #include "platform/window/native_window.h"
+#include "platform/window/placing.h"
+#include "platform/window/session.h"
+#include "platform/window/stacking.h"
 
 namespace morva {
 
@@ -24,15 +27,15 @@ Form::Form(const FormStyle& style)
       Left(
           0,
           [this] {
-            native_->MoveTo({ToPixels(Left.Assigned()) + NativeWindow::screen_origin.x(), native_->Corner().y()});
+            MoveTo({ToPixels(Left.Assigned()), placing_->Corner().y()});
           },
-          [this] { return ToTwips(native_->Corner().x() - NativeWindow::screen_origin.x()); }),
+          [this] { return ToTwips(placing_->Corner().x()); }),
       Top(
           0,
           [this] {
-            native_->MoveTo({native_->Corner().x(), ToPixels(Top.Assigned()) + NativeWindow::screen_origin.y()});
+            MoveTo({placing_->Corner().x(), ToPixels(Top.Assigned())});
           },
-          [this] { return ToTwips(native_->Corner().y() - NativeWindow::screen_origin.y()); }),
+          [this] { return ToTwips(placing_->Corner().y()); }),
       ScaleWidth(
           0,
           [this] {
@@ -57,13 +60,12 @@ Form::Form(const FormStyle& style)
                   native_->background_color = BackColor();
                   native_->Client().update();
                 }),
-      native_(std::make_unique<NativeWindow>(*this, style)) {
+      native_(std::make_unique<NativeWindow>(*this, style)),
+      placing_(std::make_unique<Placing>(*native_)),
+      stacking_(std::make_unique<Stacking>(*native_, *placing_)) {
   Caption = style.caption;
   native_->SizeClient({style.scale_width, style.scale_height});
-  if (style.start == FormStyle::Start::kByCode) {
-    native_->MoveTo(QPoint(ToPixels(style.left), ToPixels(style.top)) + NativeWindow::screen_origin);
-  }
-  native_->loading = false;
+  if (style.start == FormStyle::Start::kByCode) placing_->MoveTo({ToPixels(style.left), ToPixels(style.top)});
 }
 
 Form::~Form() {
@@ -71,21 +73,30 @@ Form::~Form() {
   native_->hide();
 }
 
-double Form::Width() const { return ToTwips(native_->OuterSize().width()); }
+double Form::Width() const { return ToTwips(placing_->OuterSize().width()); }
 
-double Form::Height() const { return ToTwips(native_->OuterSize().height()); }
+double Form::Height() const { return ToTwips(placing_->OuterSize().height()); }
 
-void Form::BelongTo(Form& owner) { native_->BelongTo(*owner.native_); }
+void Form::MoveTo(QPoint corner) {
+  placing_->MoveTo(corner);
+  stacking_->ShowWhereSeen();
+}
+
+void Form::BelongTo(Form& owner) {
+  native_->BelongTo(*owner.native_);
+  placing_->BelongTo(*owner.placing_);
+}
 
 void Form::TypeInto(Control& line) { native_->text_line = line.Native(); }
 
-void Form::Show() {
-  native_->SetShown(true);
-  if (!native_->isVisible() || native_->testAttribute(Qt::WA_ShowWithoutActivating)) return;
-  native_->TakeKeys();
-}
+void Form::Show() { stacking_->Show(); }
 
-void Form::Hide() { native_->SetShown(false); }
+void Form::Hide() { stacking_->Hide(); }
+
+void Form::Leave() {
+  Drag::Abandon(*native_);
+  stacking_->Leave();
+}
 
 void Form::SetFocus() {
   // What the other player does must not take the user away from another program.
@@ -94,22 +105,24 @@ void Form::SetFocus() {
   if (QApplication::activeModalWidget() != nullptr || QApplication::activePopupWidget() != nullptr) return;
   // Each move comes here, and asking the window manager takes longer than painting it.
   if (QApplication::activeWindow() == native_.get()) return;
-  native_->TakeKeys();
+  native_->TakeFocus();
 }
 
 void Form::PopupMenu(Menu& menu, double x, double y) {
   menu.OpenAt(native_->Client().mapToGlobal(QPoint(ToPixels(x), ToPixels(y))));
 }
 
-void Form::StayOnTop(bool on) { native_->StayOnTop(on); }
+void Form::StayOnTop(bool on) { stacking_->StayOnTop(on); }
+
+bool Form::CanStayOnTop() const { return CanPlaceWindows(); }
 
 QWidget* Form::Native() const { return native_.get(); }
 
 QWidget* Form::Client() const { return &native_->Client(); }
 
-double Form::ClientLeft() const { return ToTwips(native_->WithinFrame().x() + native_->Client().x()); }
+double Form::ClientLeft() const { return ToTwips(placing_->WithinFrame().x() + native_->Client().x()); }
 
-double Form::ClientTop() const { return ToTwips(native_->WithinFrame().y() + native_->Client().y()); }
+double Form::ClientTop() const { return ToTwips(placing_->WithinFrame().y() + native_->Client().y()); }
 
 void Form::Place(const std::vector<LayoutRow>& rows) {
   for (const LayoutRow& row : rows) {

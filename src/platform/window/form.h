@@ -11,6 +11,7 @@
 #include "platform/window/form_style.h"
 #include "platform/window/menu.h"
 
+class QPoint;
 class QWidget;
 
 namespace morva {
@@ -24,6 +25,8 @@ struct LayoutRow {
 };
 
 class NativeWindow;
+class Placing;
+class Stacking;
 
 /// A window. It is made by Window<T>, which calls Form_Load right after. Positions are twips on the screen of the outer
 /// corner, frame included.
@@ -50,12 +53,16 @@ class Form : public FormEvents {
   void TypeInto(Control& line);
   void Show();
   void Hide();
+  /// Hides it for good; it counts no more among the windows that are loaded.
+  void Leave();
   /// Makes it the window that the user works in, unless that is another program's, a box, a file dialog or a menu.
   void SetFocus();
   /// Opens a menu's items at the place, twips within the client area, and waits until it is closed.
   void PopupMenu(Menu& menu, double x, double y);
   /// Keeps the window above all others, or lets it be covered again.
   void StayOnTop(bool on);
+  /// Whether the desktop lets it stay on top at all.
+  bool CanStayOnTop() const;
 
   QWidget* Native() const;  ///< the window itself
   QWidget* Client() const;  ///< the area below the menu bar
@@ -73,7 +80,11 @@ class Form : public FormEvents {
   void CancelButton(Control& button);        ///< Escape clicks it
 
  private:
+  void MoveTo(QPoint corner);
+
   std::unique_ptr<NativeWindow> native_;
+  std::unique_ptr<Placing> placing_;
+  std::unique_ptr<Stacking> stacking_;
 };
 
 }  // namespace morva

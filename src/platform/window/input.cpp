@@ -73,9 +73,9 @@ bool IsShortcutOf(const QWidget& window, const QKeyEvent& key) {
                      [&](const QAction* action) { return action->shortcut() == pressed; });
 }
 
-// The shortcuts of a window act in its tool window, too: not while it takes no input.
+// The shortcuts of a window act in its tool window and its child windows, too: not while it takes no input.
 bool IsShortcutOfDisabled(const NativeWindow& window, const QEvent& event) {
-  if (event.type() != QEvent::ShortcutOverride || window.windowType() != Qt::Tool) return false;
+  if (event.type() != QEvent::ShortcutOverride) return false;
   const NativeWindow* owner = NativeWindow::Of(window.parentWidget());
   return owner != nullptr && !owner->takes_input;
 }
@@ -87,19 +87,6 @@ bool BeginsDrag(const QWidget& widget, const QEvent& event) {
   if (press.button() != Qt::LeftButton || control == nullptr || !control->AutomaticDrag) return false;
   Drag::Begin(*control, press);
   return true;
-}
-
-// Whether the user's key is meant for another window than the one that got it.
-bool IsTypedElsewhere(const NativeWindow* window, const QEvent& event) {
-  const bool key = event.type() == QEvent::KeyPress || event.type() == QEvent::KeyRelease;
-  if (window == nullptr || !key || !event.spontaneous()) return false;
-  const NativeWindow* focused = NativeWindow::Of(QApplication::focusWidget());
-  return focused != nullptr && focused != window && (focused->SharesKeys() || window->SharesKeys());
-}
-
-// A menu comes up at a place on the screen, and a window grows from its own.
-bool NeedsPlace(QEvent::Type type) {
-  return type == QEvent::MouseButtonPress || type == QEvent::ShortcutOverride || type == QEvent::Wheel;
 }
 
 constexpr std::pair<Qt::Key, Key> kKeys[] = {
@@ -215,12 +202,6 @@ bool InputGate::eventFilter(QObject* receiver, QEvent* event) {
     event->setAccepted(event->type() != QEvent::Close);
     return true;
   }
-  if (IsTypedElsewhere(window, *event)) {
-    QApplication::sendEvent(QApplication::focusWidget(), event);
-    event->accept();
-    return true;
-  }
-  if (window != nullptr && NeedsPlace(event->type())) window->MendPlace();
   if (Zoom::Takes(*event)) return true;
   if (window == nullptr) return false;
   if (event->type() == QEvent::ShortcutOverride && IsShortcutOf(*window, *static_cast<QKeyEvent*>(event))) {

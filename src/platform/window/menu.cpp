@@ -15,10 +15,12 @@ Menu::Menu()
                 action_->setSeparator(separator);
                 action_->setText(separator ? QString() : QtText(Caption()));
               }),
-      Checked(false, [this] {
-        action_->setCheckable(true);
-        action_->setChecked(Checked());
-      }) {}
+      Checked(false,
+              [this] {
+                action_->setCheckable(true);
+                action_->setChecked(Checked());
+              }),
+      Enabled(true, [this] { action_->setEnabled(Enabled()); }) {}
 
 void Menu::Stand(QAction* action, const Row& row) {
   action_ = action;

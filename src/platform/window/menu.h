@@ -20,6 +20,7 @@ class Menu {
   Menu();
   Property<std::string> Caption;  ///< "&" marks the access key; "-" is a separator
   Property<bool> Checked;
+  Property<bool> Enabled;
   std::function<void()> Click;  ///< also fired by the shortcut, wherever the focus is
 
   /// A row of a menu table: depth 0 is a menu of the bar, deeper rows stand in the menu above them.

@@ -3,11 +3,12 @@
 #include <QApplication>
 #include <QCloseEvent>
 #include <QKeyEvent>
+#include <QMenu>
 #include <QMenuBar>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QPushButton>
-#include <QWindow>
+#include <QStyleOptionDockWidget>
 #include <algorithm>
 #include <utility>
 
@@ -18,10 +19,18 @@
 #include "platform/drawing/pixels.h"
 #include "platform/drawing/qt_color.h"
 #include "platform/window/input.h"
+#include "platform/window/session.h"
 
 namespace morva {
 
 namespace {
+
+// A dialog that the window manager draws no frame for has this one of its own, and a docked window this strip for its
+// caption. Twips.
+constexpr double kOwnFrame = 45;
+constexpr double kStrip = 330;
+
+QSize PixelsOf(QSizeF twips) { return {ToPixels(twips.width()), ToPixels(twips.height())}; }
 
 Qt::WindowFlags FlagsOf(const FormStyle& style) {
   if (style.round) return Qt::ToolTip | Qt::FramelessWindowHint | Qt::WindowDoesNotAcceptFocus;
@@ -48,17 +57,11 @@ NativeWindow::NativeWindow(FormEvents& events, const FormStyle& style)
   setFont(ProgramFont());
   client_.installEventFilter(this);
   setAttribute(Qt::WA_ShowWithoutActivating, style.round || style.frame == FormStyle::Frame::kSizableWidth);
-  activation_.setSingleShot(true);
-  activation_.callOnTimeout([this] { AwaitActivation(); });
-  settling_.setSingleShot(true);
-  settling_.callOnTimeout([this] { SettleOnTop(); });
-  standing_.setSingleShot(true);
-  standing_.callOnTimeout([this] { StandBesideOwner(); });
 }
 
 NativeWindow::~NativeWindow() {
-  // The windows that belong to this one are their own owners. (Asking the toolkit for children of this class would find
-  // every widget: the class has no meta-object of its own.)
+  // The windows that belong to this one are their own owners. (Asking Qt for children of this class would find every
+  // widget: the class has no meta-object of its own.)
   const QObjectList all = children();
   for (QObject* child : all) {
     if (auto* window = dynamic_cast<NativeWindow*>(child)) window->setParent(nullptr);
@@ -72,14 +75,6 @@ NativeWindow* NativeWindow::Of(const QWidget* widget) {
   return nullptr;
 }
 
-NativeWindow* NativeWindow::Main() {
-  const QWidgetList windows = QApplication::topLevelWidgets();
-  const auto main = std::find_if(windows.begin(), windows.end(), [](const QWidget* window) {
-    return Of(window) != nullptr && window->isVisible() && window->windowType() == Qt::Window;
-  });
-  return main == windows.end() ? nullptr : Of(*main);
-}
-
 QMenuBar& NativeWindow::Bar() {
   if (bar_ == nullptr) {
     bar_ = new QMenuBar(this);
@@ -89,31 +84,109 @@ QMenuBar& NativeWindow::Bar() {
   return *bar_;
 }
 
+bool NativeWindow::HasTitleBar() const {
+  return isWindow() && style_.title_bar && style_.frame != FormStyle::Frame::kNone;
+}
+
+int NativeWindow::Edge() const {
+  return style_.frame == FormStyle::Frame::kFixed && !style_.title_bar ? std::max(2, ToPixels(kOwnFrame)) : 0;
+}
+
+int NativeWindow::BarHeight() const { return bar_ == nullptr ? 0 : bar_->sizeHint().height(); }
+
+int NativeWindow::StripHeight() const { return IsDocked() ? ToPixels(kStrip) : 0; }
+
+int NativeWindow::DockWidth() const { return docked_ == nullptr ? 0 : ToPixels(docked_->style_.scale_width); }
+
+void NativeWindow::SizeClient(QSizeF twips) {
+  const QSize client = PixelsOf(twips);
+  const QSize whole = client + QSize(2 * Edge() + DockWidth(), 2 * Edge() + BarHeight() + StripHeight());
+  switch (style_.frame) {
+    case FormStyle::Frame::kSizable:
+      setMinimumSize(whole / 3);
+      resize(whole);
+      break;
+    case FormStyle::Frame::kSizableWidth:
+      setMinimumSize(ToPixels(style_.scale_width), whole.height());
+      setMaximumSize(QWIDGETSIZE_MAX, whole.height());
+      resize(whole);
+      break;
+    default:
+      setFixedSize(whole);
+  }
+  // On the way there the limits alone may have made it another size.
+  client_twips_ = twips;
+  LayClient();
+}
+
+void NativeWindow::LayClient() {
+  const int bar = BarHeight();
+  if (bar_ != nullptr) bar_->setGeometry(0, 0, width(), bar);
+  client_.setGeometry(rect().adjusted(Edge(), Edge() + bar + StripHeight(), -Edge() - DockWidth(), -Edge()));
+  if (docked_ != nullptr) docked_->move(width() - DockWidth(), bar);
+}
+
+void NativeWindow::Rescale() {
+  setFont(ProgramFont());
+  if (bar_ != nullptr) bar_->setFont(ProgramFont(9));
+  const auto menus = findChildren<QMenu*>();
+  for (QMenu* menu : menus) menu->setFont(ProgramFont(9));
+  if (isMaximized() || isFullScreen()) {
+    LayClient();
+  } else {
+    SizeClient(client_twips_);
+  }
+  events_.Form_Resize();
+}
+
+void NativeWindow::resizeEvent(QResizeEvent* /*event*/) {
+  LayClient();
+  const QSize client = client_.size();
+  if (client != PixelsOf(client_twips_)) client_twips_ = {ToTwips(client.width()), ToTwips(client.height())};
+  events_.Form_Resize();
+}
+
+void NativeWindow::BelongTo(NativeWindow& owner) {
+  const bool tool = style_.frame == FormStyle::Frame::kSizableWidth;
+  const bool child = style_.within_owner || (!CanPlaceWindows() && (tool || !style_.title_bar));
+  setParent(&owner, child ? Qt::SubWindow : windowFlags());
+  if (!IsDocked()) return;
+  owner.docked_ = this;
+  owner.SizeClient(owner.client_twips_);
+  SizeClient(client_twips_);
+}
+
+void NativeWindow::TakeFocus() {
+  // A window manager brings forward what it gives the focus to, and takes a request of its own amiss.
+  if (!HasWindowManager() || !isWindow()) raise();
+  activateWindow();
+}
+
+// Qt would begin with what was put on the window first.
+void NativeWindow::FocusFirstStop() {
+  const bool types_elsewhere = text_line != nullptr && Of(text_line) != this;
+  const auto first = std::find_if(tab_order_.begin(), tab_order_.end(), [](const QWidget* stop) {
+    return stop->isEnabled() && (stop->focusPolicy() & Qt::TabFocus) != 0;
+  });
+  if (types_elsewhere || (!isWindow() && first == tab_order_.end())) {
+    client_.setFocus();  // no control uses up what is typed
+  } else if (first != tab_order_.end()) {
+    (*first)->setFocus();
+  }
+}
+
+void NativeWindow::ForgetHidden() {
+  if (!isVisible()) destroy();
+}
+
 void NativeWindow::SetTabOrder(std::vector<QWidget*> order) {
   tab_order_ = std::move(order);
   for (std::size_t i = 1; i < tab_order_.size(); ++i) setTabOrder(tab_order_[i - 1], tab_order_[i]);
 }
 
 void NativeWindow::SetBackground(const std::string& picture) {
-  background_name_ = picture;
-  background_ = StoredPicture(picture);
+  background_ = picture;
   client_.update();
-}
-
-bool NativeWindow::event(QEvent* event) {
-  if (event->type() == QEvent::WindowActivate && SharesKeys() && QApplication::activeWindow() == this) {
-    // The focus stays where it was in the window that it belongs to; from there it also goes to this one.
-    QTimer::singleShot(0, this, [this] { QApplication::setActiveWindow(parentWidget()); });
-  }
-  // What reaches a window that is gone must not wake what it refers to.
-  if (event->type() == QEvent::WindowActivate && shown_) {
-    if (takes_input) {
-      if (!activation_.isActive() || MeetFrame()) Activated();
-    } else {
-      QTimer::singleShot(0, this, [] { ActivateEnabled(); });
-    }
-  }
-  return QWidget::event(event);
 }
 
 bool NativeWindow::eventFilter(QObject* /*client*/, QEvent* event) {
@@ -130,17 +203,19 @@ bool NativeWindow::eventFilter(QObject* /*client*/, QEvent* event) {
 }
 
 void NativeWindow::paintEvent(QPaintEvent* /*event*/) {
-  if (Edge() == 0) return;
   QPainter painter(this);
-  PaintEdge(painter, rect(), Edge::kRaised, palette());
+  if (Edge() > 0) PaintEdge(painter, rect(), Edge::kRaised, palette());
+  if (!IsDocked()) return;
+  QStyleOptionDockWidget strip;
+  strip.initFrom(this);
+  strip.rect.setHeight(StripHeight());
+  strip.title = windowTitle();
+  style()->drawControl(QStyle::CE_DockWidgetTitle, &strip, &painter, this);
 }
 
-// Some window managers offer to minimise what is not meant to be: it would be hard to find again.
 void NativeWindow::changeEvent(QEvent* event) {
-  if (event->type() == QEvent::WindowStateChange && isMinimized() && !style_.minimise_box) {
-    QTimer::singleShot(0, this, [this] { setWindowState(windowState() & ~Qt::WindowMinimized); });
-  }
   if (event->type() == QEvent::PaletteChange) events_.Form_SysColorsChanged();
+  if (event->type() == QEvent::WindowTitleChange) update();
   QWidget::changeEvent(event);
 }
 
@@ -169,26 +244,13 @@ bool NativeWindow::PassToTextLine(const QKeyEvent& event) {
   if (text_line.isNull() || focusWidget() == text_line || !IsTyping(event)) return false;
   if (NativeWindow* home = Of(text_line); home != this) {
     client_.setFocus();
-    if (home->takes_input) home->TakeKeys();
+    if (home->takes_input) home->TakeFocus();
   }
   text_line->setFocus();
   QKeyEvent copy(event.type(), event.key(), event.modifiers(), event.text(), event.isAutoRepeat(),
                  static_cast<ushort>(event.count()));
   QApplication::sendEvent(text_line, &copy);
   return true;
-}
-
-// Assistive tools go on seeing a window that is only hidden.
-void NativeWindow::ForgetHidden() {
-  if (!isVisible()) destroy();
-}
-
-// The toolkit would begin with what was put on the window first.
-void NativeWindow::FocusFirstStop() const {
-  const auto first = std::find_if(tab_order_.begin(), tab_order_.end(), [](const QWidget* stop) {
-    return stop->isEnabled() && (stop->focusPolicy() & Qt::TabFocus) != 0;
-  });
-  if (first != tab_order_.end()) (*first)->setFocus();
 }
 
 bool NativeWindow::ClientMouse(const QMouseEvent& event) {
@@ -215,7 +277,7 @@ void NativeWindow::PaintClient() {
     return;
   }
   painter.fillRect(client_.rect(), QtColor(background_color));
-  if (!background_.isNull()) painter.drawPixmap(client_.rect(), background_);
+  if (!background_.empty()) painter.drawPixmap(client_.rect(), StoredPicture(background_));
 }
 
 }  // namespace morva

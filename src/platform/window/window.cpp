@@ -2,22 +2,16 @@
 
 #include <QApplication>
 #include <QIcon>
-#include <algorithm>
 #include <string>
 #include <vector>
 
 #include "platform/drawing/picture.h"
-#include "platform/window/drag.h"
 #include "platform/window/native_window.h"
+#include "platform/window/stacking.h"
 
 namespace morva {
 
 namespace {
-
-std::vector<Form*>& LoadedForms() {
-  static std::vector<Form*> forms;
-  return forms;
-}
 
 QIcon ProgramIcon() {
   QIcon icon;
@@ -28,7 +22,6 @@ QIcon ProgramIcon() {
 }  // namespace
 
 void WindowLoaded(Form& form) {
-  LoadedForms().push_back(&form);
   // The start-up picture has no frame that could show the icon, and should not wait for it.
   const bool framed = !form.Native()->windowFlags().testFlag(Qt::FramelessWindowHint);
   if (framed && QApplication::windowIcon().isNull()) QApplication::setWindowIcon(ProgramIcon());
@@ -38,22 +31,20 @@ void WindowUnloaded(std::unique_ptr<Form> form) {
   struct Gone : QObject {
     std::unique_ptr<Form> form;
   };
-  auto& loaded = LoadedForms();
-  loaded.erase(std::remove(loaded.begin(), loaded.end(), form.get()), loaded.end());
-  Drag::Abandon(*NativeWindow::Of(form->Native()));
-  form->Hide();
+  form->Leave();
   auto* gone = new Gone;
   gone->form = std::move(form);
   gone->deleteLater();
-  if (loaded.empty()) QCoreApplication::quit();
+  if (!AnyWindowLoaded()) QCoreApplication::quit();
 }
 
-bool AnyWindowLoaded() { return !LoadedForms().empty(); }
+bool AnyWindowLoaded() { return !Stacking::All().empty(); }
 
 void UnloadAllWindows() {
-  const std::vector<Form*> left = LoadedForms();
-  for (auto form = left.rbegin(); form != left.rend(); ++form) {
-    if ((*form)->unload) (*form)->unload();
+  const std::vector<Stacking*> left = Stacking::All();
+  for (auto window = left.rbegin(); window != left.rend(); ++window) {
+    FormEvents& events = (*window)->Window().Events();
+    if (events.unload) events.unload();
   }
 }
 

@@ -7,9 +7,10 @@
 
 namespace morva {
 
-/// Counts a loaded window; the program ends when the last one is unloaded.
+/// To be called for each window that is made: with the first one that can show it, the program gets its icon.
 void WindowLoaded(Form& form);
-/// Takes over a window that has been unloaded and lets it go once its running handlers are through.
+/// Takes over a window that has been unloaded and lets it go once its running handlers are through. The program ends
+/// with the last one.
 void WindowUnloaded(std::unique_ptr<Form> form);
 bool AnyWindowLoaded();
 /// Unloads every window, the one that was loaded last first.

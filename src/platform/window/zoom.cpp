@@ -8,7 +8,6 @@
 #include <QWindow>
 #include <algorithm>
 #include <array>
-#include <optional>
 #include <utility>
 #include <vector>
 
@@ -17,6 +16,9 @@
 #include "platform/drawing/pixels.h"
 #include "platform/window/drag.h"
 #include "platform/window/native_window.h"
+#include "platform/window/placing.h"
+#include "platform/window/session.h"
+#include "platform/window/stacking.h"
 
 namespace morva {
 
@@ -25,81 +27,101 @@ namespace {
 constexpr std::array<double, 6> kSteps{0.75, 1, 1.25, 1.5, 2, 3};
 constexpr int kWheelStep = 120;  // eighths of a degree
 
-// What has to fit the screen, until the user chooses a size or the frame is known: the client area, in twips.
-std::optional<QSizeF> to_fit;
-
-std::vector<NativeWindow*> Windows() {
-  std::vector<NativeWindow*> windows;
-  const QWidgetList all = QApplication::allWidgets();
-  for (QWidget* widget : all) {
-    if (auto* window = dynamic_cast<NativeWindow*>(widget)) windows.push_back(window);
-  }
-  return windows;
-}
+// What has to fit the screen, in twips: the client area of the main window, and the width of the tool window.
+QSizeF main_client;
+double tool_width = 0;
+// Until the user chooses a step, or the frame is known, the first one is still to be found.
+bool is_first_step = false;
 
 // The window that stays where it is: the main one, which has a menu; before there is one any that is seen.
-NativeWindow* Anchor(const std::vector<NativeWindow*>& windows) {
-  NativeWindow* anchor = nullptr;
+const Stacking* Anchor() {
+  const Stacking* anchor = nullptr;
   const auto rank = [](const NativeWindow& window) {
     return window.HasMenu() ? 2 : window.windowType() == Qt::Window ? 1 : 0;
   };
-  for (NativeWindow* window : windows) {
-    if (!window->isVisible() || !window->isWindow()) continue;
-    if (anchor == nullptr || rank(*window) > rank(*anchor)) anchor = window;
+  for (const Stacking* window : Stacking::All()) {
+    if (!window->Window().isVisible() || !window->Window().isWindow()) continue;
+    if (anchor == nullptr || rank(window->Window()) > rank(anchor->Window())) anchor = window;
   }
   return anchor;
 }
 
-// The client area's corner within the frame.
-QPoint ClientPlace(NativeWindow& window) {
-  const QMargins frame = window.windowHandle()->frameMargins();
-  return QPoint(frame.left(), frame.top()) + window.Client().pos();
+// Measures by another zoom for as long as it lives.
+class AtZoom {
+ public:
+  explicit AtZoom(double factor) : before_(std::exchange(size_factor, factor)) {}
+  ~AtZoom() { size_factor = before_; }
+  AtZoom(const AtZoom&) = delete;
+  AtZoom& operator=(const AtZoom&) = delete;
+
+ private:
+  double before_;
+};
+
+int MenuHeight() {
+  QMenuBar bar;
+  bar.setFont(ProgramFont(9));
+  bar.addAction("M");
+  return bar.sizeHint().height();
 }
 
-// Where the corner of another window goes, from the anchor's: one that stands over the anchor, or is to fly over it,
-// keeps its place on the client area, one at its right keeps to the frame, which does not grow.
+// Whether the main window fits the screen at that zoom, with so many pixels of frame round it, and with the tool window
+// beside it, where that is asked for.
+bool Fits(double factor, QSize frame, bool with_tool) {
+  const AtZoom measuring(factor);
+  const QSize room = QGuiApplication::primaryScreen()->availableSize() - frame;
+  const bool docked = !CanPlaceWindows();
+  const int beside = with_tool || docked ? ToPixels(tool_width) + (docked ? 0 : frame.width()) : 0;
+  if (ToPixels(main_client.width()) + beside > room.width()) return false;
+  // Measuring the menu takes fonts, which take as long to find as all else before the first window.
+  constexpr int kHighBar = 100;  // pixels; no menu is as high
+  const int height = ToPixels(main_client.height()), spare = room.height() - height;
+  return spare >= kHighBar * std::max(1.0, factor) || (spare > 0 && MenuHeight() <= spare);
+}
+
+// The largest step at which the table can be seen whole: with the tool window, where that fits beside it at 100 per
+// cent.
+double LargestStep() {
+  const QSize frame = QSize(0, 0).grownBy(Placing::Frame().value_or(QMargins()));
+  const bool with_tool = Fits(1, frame, true);
+  const auto last =
+      std::find_if(kSteps.rbegin(), kSteps.rend(), [&](double step) { return Fits(step, frame, with_tool); });
+  return last == kSteps.rend() ? kSteps.front() : *last;
+}
+
+double FirstStep(QSize frame) { return Fits(1, frame, false) ? 1 : kSteps.front(); }
+
+// The client area's corner within the frame.
+QPoint ClientPlace(const Stacking& window) { return window.Place().WithinFrame() + window.Window().Client().pos(); }
+
+// Where the corner of another window goes, from the anchor's: one that stands over the anchor keeps its place on the
+// client area, one at its right keeps to the frame, which does not grow.
 class Places {
  public:
-  explicit Places(NativeWindow& anchor)
+  explicit Places(const Stacking& anchor)
       : anchor_(anchor),
-        frame_(anchor.Corner(), anchor.OuterSize()),
-        client_(anchor.Corner() + ClientPlace(anchor)),
+        frame_(anchor.Place().Corner(), anchor.Place().OuterSize()),
+        client_(anchor.Place().Corner() + ClientPlace(anchor)),
         factor_(size_factor) {}
 
   QPoint Moved(QPoint corner) const {
     const double ratio = size_factor / factor_;
     if (corner.x() >= frame_.right()) {
       const QPoint beside(frame_.right() + 1, frame_.top());
-      return QPoint(anchor_.OuterSize().width(), 0) + (corner - beside) * ratio;
+      return QPoint(anchor_.Place().OuterSize().width(), 0) + (corner - beside) * ratio;
     }
     return ClientPlace(anchor_) + (corner - client_) * ratio;
   }
 
-  // Where the twips of the screen begin, so that what is measured on the client area goes on being true.
-  QPoint Origin() const {
-    return anchor_.Corner() + ClientPlace(anchor_) - (client_ - NativeWindow::screen_origin) * (size_factor / factor_);
-  }
-
  private:
-  NativeWindow& anchor_;
+  const Stacking& anchor_;
   QRect frame_;
   QPoint client_;
   double factor_;
 };
 
-void Resize(double factor) {
-  if (factor == size_factor) return;
-  const std::vector<NativeWindow*> windows = Windows();
-  NativeWindow* anchor = Anchor(windows);
-  if (anchor == nullptr) return;
-  const Places places(*anchor);
-  const QSize old_size = anchor->OuterSize();
-  QPoint corner = anchor->AskedCorner();
-  std::vector<std::pair<NativeWindow*, QPoint>> others;  // and where each of them stood
-  for (NativeWindow* window : windows) {
-    if (window != anchor) others.emplace_back(window, window->AskedCorner());
-  }
-
+// Has every control and window apply the zoom.
+void Rescale(double factor) {
   size_factor = factor;
   QApplication::setFont(ProgramFont());
   const QWidgetList widgets = QApplication::allWidgets();
@@ -108,34 +130,57 @@ void Resize(double factor) {
     QApplication::sendEvent(widget, &changed);
   }
   RescaleControls();
-  for (NativeWindow* window : windows) window->Rescale();
+  for (const Stacking* window : Stacking::All()) window->Window().Rescale();
+}
+
+void Resize(double factor) {
+  const Stacking* anchor = Anchor();
+  if (factor == size_factor || anchor == nullptr) return;
+  const Places places(*anchor);
+  const QSize old_size = anchor->Place().OuterSize();
+  QPoint corner = anchor->Place().AskedCorner();
+  std::vector<std::pair<const Stacking*, QPoint>> others;  // and where each of them stood
+  for (const Stacking* window : Stacking::All()) {
+    const bool moves = window != anchor && window->Window().isWindow() && window->Place().IsPlaced();
+    if (moves) others.emplace_back(window, window->Place().AskedCorner());
+  }
+
+  Rescale(factor);
   // One window alone stands in the middle of the screen, and stays there.
-  const QSize grown = (anchor->OuterSize() - old_size) / 2;
+  const QSize grown = (anchor->Place().OuterSize() - old_size) / 2;
   const bool alone =
-      std::none_of(others.begin(), others.end(), [](const auto& other) { return other.first->isVisible(); });
+      std::none_of(others.begin(), others.end(), [](const auto& other) { return other.first->Window().isVisible(); });
   if (alone) corner -= QPoint(grown.width(), grown.height());
   // It makes room for its tool window.
-  QRect all(corner, anchor->OuterSize());
+  QRect all(corner, anchor->Place().OuterSize());
   for (const auto& [window, before] : others) {
-    const bool beside = window->isVisible() && window->windowType() == Qt::Tool;
-    if (!beside || window->screen() != anchor->screen()) continue;
-    all |= QRect(corner + places.Moved(before), window->OuterSize());
+    const bool beside = window->Window().isVisible() && window->Window().windowType() == Qt::Tool;
+    if (!beside || window->Window().screen() != anchor->Window().screen()) continue;
+    all |= QRect(corner + places.Moved(before), window->Place().OuterSize());
   }
-  anchor->MoveTo(corner, all);
-  NativeWindow::screen_origin = places.Origin();
-  const QRect screens = anchor->screen()->virtualGeometry();
+  anchor->Place().MoveTo(corner, all);
+  const QRect screens = anchor->Window().screen()->virtualGeometry();
   for (const auto& [window, before] : others) {
-    if (!window->Placed() || window->Style().within_owner) continue;
-    QPoint after = anchor->Corner() + places.Moved(before);
-    if (window->isVisible()) after = {std::max(after.x(), screens.left()), std::max(after.y(), screens.top())};
-    window->MoveTo(after);
+    QPoint after = anchor->Place().Corner() + places.Moved(before);
+    if (window->Window().isVisible()) after = {std::max(after.x(), screens.left()), std::max(after.y(), screens.top())};
+    window->Place().MoveTo(after);
   }
+  for (const Stacking* window : Stacking::All()) window->Place().KeepWithinOwner();
   Drag::GoOnAtNewSize();
+}
+
+// By the user. What flies has been told where to in pixels of the old zoom.
+void Choose(double step) {
+  is_first_step = false;
+  const auto flies = [](const Stacking* window) { return window->Window().Style().round; };
+  if (std::none_of(Stacking::All().begin(), Stacking::All().end(), flies)) Resize(step);
 }
 
 void Step(int direction) {
   const auto now = std::find(kSteps.begin(), kSteps.end(), size_factor) - kSteps.begin();
-  Resize(kSteps.at(static_cast<std::size_t>(std::clamp<std::ptrdiff_t>(now + direction, 0, kSteps.size() - 1))));
+  const double next =
+      kSteps.at(static_cast<std::size_t>(std::clamp<std::ptrdiff_t>(now + direction, 0, kSteps.size() - 1)));
+  Choose(direction < 0 ? next : std::max(size_factor, std::min(next, LargestStep())));
 }
 
 bool TakesKey(QKeyEvent& event) {
@@ -151,12 +196,11 @@ bool TakesKey(QKeyEvent& event) {
       if (pressed) Step(-1);
       break;
     case Qt::Key_0:
-      if (pressed) Resize(1);
+      if (pressed) Choose(1);
       break;
     default:
       return false;
   }
-  to_fit.reset();
   event.accept();
   return true;
 }
@@ -167,45 +211,23 @@ bool TakesWheel(QWheelEvent& event) {
   turned += event.angleDelta().y();
   for (; turned >= kWheelStep; turned -= kWheelStep) Step(1);
   for (; turned <= -kWheelStep; turned += kWheelStep) Step(-1);
-  to_fit.reset();
   event.accept();
   return true;
 }
 
-int MenuHeight() {
-  QMenuBar bar;
-  bar.setFont(ProgramFont(9));
-  bar.addAction("M");
-  return bar.sizeHint().height();
-}
-
-// The largest step up to 100 per cent at which what has to fit does, within a frame.
-double FittingStep(QSize frame) {
-  const double now = std::exchange(size_factor, 1);
-  constexpr int kHighBar = 100;  // pixels; no menu is as high
-  const QSize room = QGuiApplication::primaryScreen()->availableSize() - frame;
-  const int width = ToPixels(to_fit->width()), height = ToPixels(to_fit->height());
-  // Measuring the menu takes fonts, which take as long to find as all else before the first window.
-  const bool ample = height + kHighBar <= room.height();
-  const bool fits = width <= room.width() && (ample || height + MenuHeight() <= room.height());
-  size_factor = now;
-  return fits ? 1 : kSteps.front();
-}
-
 }  // namespace
 
-void Zoom::BeginFor(double client_width, double client_height) {
-  to_fit.emplace(client_width, client_height);
+void Zoom::BeginFor(double client_width, double client_height, double beside) {
+  main_client = {client_width, client_height};
+  tool_width = beside;
+  is_first_step = true;
   constexpr QSize kUsualFrame(10, 36);  // pixels
-  size_factor = FittingStep(kUsualFrame);
+  size_factor = FirstStep(kUsualFrame);
   QApplication::setFont(ProgramFont());
-}
-
-void Zoom::FrameIsKnown(QSize frame) {
-  if (!to_fit) return;
-  const double step = FittingStep(frame);
-  to_fit.reset();
-  Resize(step);
+  // The frame that the window manager really draws shows only with the first window that has one.
+  Stacking::frame_is_known = [](QSize frame) {
+    if (std::exchange(is_first_step, false)) Resize(FirstStep(frame));
+  };
 }
 
 bool Zoom::Takes(QEvent& event) {

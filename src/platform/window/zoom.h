@@ -1,20 +1,20 @@
 #pragma once
 
 class QEvent;
-class QSize;
 
 namespace morva {
 
-/// The size of everything in all windows, in steps of 75 to 300 per cent.
+/// The zoom of all windows, in steps of 75 to 300 per cent. It stops at the largest step at which the main window, and
+/// the tool window beside it, can be seen whole.
 class Zoom {
  public:
-  /// Begins with the largest step up to 100 per cent at which a framed window with a menu and this client area, in
-  /// twips, fits the screen; with the smallest where none does. To be called before there is any window.
-  static void BeginFor(double client_width, double client_height);
-  /// Begins once more with the frame that the window manager really draws, in pixels, which shows only with the first
-  /// window that has one; nothing happens where the user has chosen a size before.
-  static void FrameIsKnown(QSize frame);
-  /// Changes the size where the event asks for it: Ctrl with plus, minus, zero or the wheel. True: it did.
+  /// Begins with the largest step up to 100 per cent at which a framed window with a menu and this client area fits the
+  /// screen, and with the smallest where none does: first with a usual frame, and once more with the frame that the
+  /// window manager draws, unless the user has chosen a step before. `beside` is the width of the window that is to
+  /// stand at its side. All in twips. To be called before there is any window.
+  static void BeginFor(double client_width, double client_height, double beside);
+  /// Zooms where the event asks for it: Ctrl with plus, minus, zero or the wheel. True: it did. Nothing changes while
+  /// the disc flies.
   static bool Takes(QEvent& event);
 };
 
