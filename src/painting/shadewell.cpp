@@ -1,5 +1,7 @@
 #include "painting/shadewell.h"
 
+#include "platform/drawing/desktop_colors.h"
+
 #include <cmath>
 
 namespace morva {

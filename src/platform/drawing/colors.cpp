@@ -1,62 +1,21 @@
 #include "platform/drawing/colors.h"
 
-#include <QGuiApplication>
-#include <QPalette>
-
-#include "platform/drawing/contrast.h"
+#include <QColor>
 
 namespace morva {
-
-namespace {
-
-constexpr Color kSystemColor = 0x80000000;  // marks a system colour constant
-
-constexpr int Channel(Color color, int shift) { return static_cast<int>(color >> shift & 0xFFU); }
-
-// As far from the face towards the text on it as the text bears: panels are shaded from the one to the other.
-Color Shadow(Color face, Color text) {
-  int percent = 100;
-  while (percent > 0 && Contrast(text, {Mixed(face, text, percent), Mixed(face, text, percent)}) < kReadable) --percent;
-  return Mixed(face, text, percent);
-}
-
-}  // namespace
 
 Color ColorOf(const QColor& color) {
   return static_cast<Color>(color.red()) | static_cast<Color>(color.green()) << 8U |
          static_cast<Color>(color.blue()) << 16U;
 }
 
-Color GetSysColor(int index) {
-  const QPalette palette = QGuiApplication::palette();
-  const QColor face = palette.color(QPalette::Active, QPalette::Button);
-  switch (kSystemColor | static_cast<Color>(index)) {
-    case kWindowBackground:
-      return ColorOf(palette.color(QPalette::Active, QPalette::Base));
-    case kWindowText:
-      return ColorOf(palette.color(QPalette::Active, QPalette::Text));
-    case kButtonShadow:
-      return Shadow(ColorOf(face), Resolved(kButtonText));
-    case kButtonText:
-      return ColorOf(palette.color(QPalette::Active, QPalette::ButtonText));
-    case kButtonHighlight:
-      return ColorOf(palette.color(QPalette::Active, QPalette::Light));
-    default:
-      return ColorOf(face);
-  }
-}
-
 Color Mixed(Color from, Color to, int percent) {
   Color mixed = 0;
   for (const int shift : {0, 8, 16}) {
-    const int channel = Channel(from, shift) + (Channel(to, shift) - Channel(from, shift)) * percent / 100;
-    mixed |= static_cast<Color>(channel) << shift;
+    const auto channel = [shift](Color color) { return static_cast<int>(color >> shift & 0xFFU); };
+    mixed |= static_cast<Color>(channel(from) + (channel(to) - channel(from)) * percent / 100) << shift;
   }
   return mixed;
-}
-
-Color Resolved(Color color) {
-  return (color & kSystemColor) != 0 ? GetSysColor(static_cast<int>(color & 0xFFU)) : color;
 }
 
 }  // namespace morva

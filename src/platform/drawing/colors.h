@@ -21,16 +21,10 @@ inline constexpr Color kButtonShadow = 0x80000010;
 inline constexpr Color kButtonText = 0x80000012;
 inline constexpr Color kButtonHighlight = 0x80000014;
 
-/// The desktop's colour with the index 0 to 24, as it is now; an index that names none gives the button face.
-Color GetSysColor(int index);
-
 /// The colour value of a colour of Qt.
 Color ColorOf(const QColor& color);
 
 /// The colour so many per cent, 0 to 100, of the way from one colour value to another.
 Color Mixed(Color from, Color to, int percent);
-
-/// The colour value behind a colour: a system colour constant looked up, any other colour as it is.
-Color Resolved(Color color);
 
 }  // namespace morva

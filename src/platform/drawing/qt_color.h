@@ -2,7 +2,7 @@
 
 #include <QColor>
 
-#include "platform/drawing/colors.h"
+#include "platform/drawing/desktop_colors.h"
 
 namespace morva {
 

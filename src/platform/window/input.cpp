@@ -128,12 +128,6 @@ bool TakeKey(const QWidget& receiver, NativeWindow& window, const QKeyEvent& eve
 
 }  // namespace
 
-bool WritesText(const QKeyEvent& key) {
-  if (key.key() == Qt::Key_Backspace || key.key() == Qt::Key_Delete || key.matches(QKeySequence::Paste)) return true;
-  const bool command = (key.modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier)) != 0;
-  return !command && !key.text().isEmpty() && key.text().front().isPrint();
-}
-
 bool HeldKeys::LetThrough(const QWidget& widget, const QKeyEvent& event) {
   if (event.type() == QEvent::KeyRelease) {
     released_ = event.key();

@@ -9,9 +9,6 @@
 
 namespace morva {
 
-/// Whether the key changes a line of text: it writes a character, pastes or deletes.
-bool WritesText(const QKeyEvent& key);
-
 /// Keeps what a key that is held down sends again and again from acting again and again.
 class HeldKeys {
  public:

@@ -18,7 +18,6 @@
 #include "platform/drawing/picture.h"
 #include "platform/drawing/pixels.h"
 #include "platform/drawing/qt_color.h"
-#include "platform/window/input.h"
 #include "platform/window/session.h"
 
 namespace morva {
@@ -51,6 +50,12 @@ bool IsTyping(const QKeyEvent& event) {
 }
 
 }  // namespace
+
+bool WritesText(const QKeyEvent& key) {
+  if (key.key() == Qt::Key_Backspace || key.key() == Qt::Key_Delete || key.matches(QKeySequence::Paste)) return true;
+  const bool command = (key.modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier)) != 0;
+  return !command && !key.text().isEmpty() && key.text().front().isPrint();
+}
 
 NativeWindow::NativeWindow(FormEvents& events, const FormStyle& style)
     : QWidget(nullptr, FlagsOf(style)), events_(events), style_(style) {

@@ -14,6 +14,9 @@ class QPushButton;
 
 namespace morva {
 
+/// Whether the key changes a line of text: it writes a character, pastes or deletes.
+bool WritesText(const QKeyEvent& key);
+
 /// A form's window in Qt: a menu bar where there is a menu, the client area below it.
 ///
 /// A window that lies within its owner, or would have to stand at a place of it where windows can't be placed, is a

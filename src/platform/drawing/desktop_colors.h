@@ -1,0 +1,13 @@
+#pragma once
+
+#include "platform/drawing/colors.h"
+
+namespace morva {
+
+/// The desktop's colour with the index 0 to 24, as it is now; an index that names none gives the button face.
+Color GetSysColor(int index);
+
+/// The colour value behind a colour: a system colour constant looked up, any other colour as it is.
+Color Resolved(Color color);
+
+}  // namespace morva
