@@ -82,8 +82,8 @@ class GameTest : public testing::Test {
   }
 
   /// As far as a guest, or a host, gets alone.
-  void Go(const char* mode) {
-    frmWelcome->txtHost.Text = "127.0.0.1";
+  void Go(const char* mode, const char* host = "127.0.0.1") {
+    frmWelcome->txtHost.Text = host;
     frmWelcome->txtNick.Text = "Ann";
     if (std::string(mode) == "host") frmWelcome->rdoHost.Value = true;
     frmControl->Show();

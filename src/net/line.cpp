@@ -77,7 +77,7 @@ void Line::Run() {
     }
     SendDue(now);
     if (finishing && queue_.Empty() && unsent_.empty()) return SayGoodbye();
-    stream_->Wait(WaitMs(now), finishing || has_room, !unsent_.empty());
+    stream_->Wait(WaitMs(now, has_room && !finishing), finishing || has_room, !unsent_.empty());
   }
   if (!finishing) TellEnd();
   over_ = true;
@@ -129,8 +129,9 @@ void Line::SendDue(std::int64_t now_ms) {
   }
 }
 
-int Line::WaitMs(std::int64_t now_ms) const {
-  const int reader = reader_.WaitMs(now_ms);
+int Line::WaitMs(std::int64_t now_ms, bool receiving) const {
+  // What the reader waits for is over only when it is called again.
+  const int reader = receiving ? reader_.WaitMs(now_ms) : -1;
   const int queue = unsent_.empty() ? queue_.WaitMs(now_ms) : -1;
   if (reader < 0 || queue < 0) return std::max(reader, queue);
   return std::min(reader, queue);

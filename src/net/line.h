@@ -49,7 +49,7 @@ class Line : public std::enable_shared_from_this<Line> {
   void Receive(std::int64_t now_ms);
   void TellEnd();
   void Tell(std::vector<Event> events);
-  int WaitMs(std::int64_t now_ms) const;
+  int WaitMs(std::int64_t now_ms, bool receiving) const;
   void SayGoodbye();
 
   // The thread's own.

@@ -1,4 +1,5 @@
 #include <chrono>
+#include <ctime>
 #include <thread>
 
 #include "tests/game.h"
@@ -42,6 +43,12 @@ TEST_F(Protocol, AGuestSaysItsNickAtOnce) {
   Send("2Bob");
   EXPECT_TRUE(Await([] { return frmChess->OpNick == "Bob"; }));
   EXPECT_TRUE(Turn() == "you" && frmToolWindow->lshape.BackColor() == kBlack && Sent().empty());
+}
+
+TEST_F(Protocol, AnAddressMayStandInBrackets) {
+  if (!server_.listen(QHostAddress::LocalHostIPv6, kPort)) GTEST_SKIP() << "no IPv6 here";
+  Go("guest", "[::1]");
+  EXPECT_TRUE(Await([] { return frmChess.Loaded(); }));
 }
 
 TEST_F(Protocol, AHostAnswersTheFirstTextAndServesNobodyElse) {
@@ -130,6 +137,30 @@ TEST_F(Protocol, WhatWasSentBeforeLeavingStillArrives) {
   EXPECT_EQ(received, "0a") << "the window has gone before the rest was sent";
   EXPECT_TRUE(Await([&] { return peer_->state() == QAbstractSocket::UnconnectedState; }));
   EXPECT_EQ(received + peer_->readAll().toStdString(), "0a0b0c15236");
+}
+
+// The share of a processor that the program takes while its window does nothing.
+double Busy() {
+  std::this_thread::sleep_for(std::chrono::milliseconds(350));  // whatever ends by a pause has ended then
+  const std::clock_t before = std::clock();
+  std::this_thread::sleep_for(std::chrono::milliseconds(400));
+  return static_cast<double>(std::clock() - before) / CLOCKS_PER_SEC / 0.4;
+}
+
+TEST_F(Protocol, AConnectionThatMayNotReadOrCanNotWriteTakesNoProcessorTime) {
+  Sit();
+  std::string moves_and_a_part;
+  while (moves_and_a_part.size() < 1 << 16) moves_and_a_part += "13333";
+  Send(moves_and_a_part += "13");
+  EXPECT_LT(Busy(), 0.02) << "more has arrived than the window takes";
+  ASSERT_TRUE(Await([] { return frmChess->i1 == 33; }));
+  peer_->setReadBufferSize(1);
+  frmControl->tcp.SendData("0" + std::string(32 << 20, 'x'));
+  QTest::qWait(300);
+  Send("13");
+  QTest::qWait(50);
+  Unload(frmChess);
+  EXPECT_LT(Busy(), 0.02) << "the program has ended, and the other side takes nothing";
 }
 
 TEST_F(Protocol, AFloodWaitsAtTheSenderAndLeavesTheWindowAlive) {

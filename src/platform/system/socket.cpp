@@ -9,6 +9,17 @@
 
 namespace morva {
 
+namespace {
+
+// IPv6 addresses are often written in brackets, which Qt would look up as a part of a name.
+QString Address(const std::string& typed) {
+  const QString address = QtText(typed).trimmed();
+  const bool in_brackets = address.startsWith('[') && address.endsWith(']');
+  return in_brackets ? address.mid(1, address.size() - 2) : address;
+}
+
+}  // namespace
+
 // The toolkit finds the other side; what then goes over the line is none of its business.
 class Socket::Impl : public QTcpServer {
  public:
@@ -23,7 +34,7 @@ class Socket::Impl : public QTcpServer {
       Abandon();
       if (owner_.Connected) owner_.Connected(std::move(stream));
     });
-    attempt_->connectToHost(QtText(owner_.RemoteHost).trimmed(), static_cast<quint16>(owner_.RemotePort));
+    attempt_->connectToHost(Address(owner_.RemoteHost), static_cast<quint16>(owner_.RemotePort));
   }
 
   void Abandon() {
