@@ -5,6 +5,7 @@
 #include <QAccessible>
 #include <QApplication>
 #include <QLoggingCategory>
+#include <QNetworkProxyFactory>
 #include <QSettings>
 #include <QWidget>
 #include <cstdio>
@@ -73,6 +74,8 @@ Application::Application(int& argc, char** argv) {
   // It complains of each request that a Wayland session does not grant; the program goes on without.
   QLoggingCategory::setFilterRules(
       QString("qt.qpa.wayland*=false\ndefault.warning=%1").arg(IsWaylandSession() ? "false" : "true"));
+  // The proxy that a desktop sets is for web pages. To ask for it can take as long as a script on the network does.
+  QNetworkProxyFactory::setUseSystemConfiguration(false);
   auto* style = new Style;
   QApplication::setStyle(style);
   InitStoredFiles();

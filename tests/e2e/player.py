@@ -8,7 +8,7 @@ import tempfile
 import time
 from pathlib import Path
 
-from desk import awaited, check
+from desk import ADDRESS, awaited, check
 
 ROOT = Path(__file__).resolve().parents[2]
 PROGRAM = Path(os.environ.get("MORVA", ROOT / "build" / "morva")).resolve()
@@ -100,7 +100,7 @@ class Player:
         self.desk.keys("Return")
         self.window("Hosting game")
 
-    def join(self, address="127.0.0.1"):
+    def join(self, address=ADDRESS):
         welcome = self.welcome()
         self.fill(welcome, TXT_NICK, self.nick)
         self.fill(welcome, TXT_HOST, address)
@@ -246,7 +246,7 @@ class Line:
     """The other end of a host's line, or of the given one."""
 
     def __init__(self, connection=None):
-        self.connection, self.got = connection or socket.create_connection(("127.0.0.1", PORT)), ""
+        self.connection, self.got = connection or socket.create_connection((ADDRESS, PORT)), ""
 
     def says(self, message):
         self.connection.sendall(message.encode())
