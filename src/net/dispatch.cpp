@@ -51,13 +51,15 @@ void GameWindow::ReceiveWord(const std::string& Data) {
   for (const CannedWord& canned : kCannedWords) {
     if (Data != canned.word) continue;
     PlayResourceSound(canned.sound_there);
-    if (AcceptsMessages()) ShowMessage(canned.names_sender ? Shortened(OpNick) + canned.text : canned.text);
-    return;
+    if (!AcceptsMessages()) return;
+    AskForAttention();
+    return ShowMessage(canned.names_sender ? Shortened(OpNick) + canned.text : canned.text);
   }
   PlayResourceSound(kLineSound);
   const std::string said = TextOf(Data);
   out("<" + OpNick + ">  " + said);
   Announce(OpNick + ": " + said);
+  AskForAttention();
 }
 
 void GameWindow::ReceiveBoardAction(const std::string& Data) {
@@ -95,6 +97,7 @@ void GameWindow::ReceiveMove(const std::string& Data) {
   who = OpNick;
   DoMove(*from, *too);
   highlight("me");
+  AskForAttention();
 }
 
 void GameWindow::ReceiveNick(const std::string& Data) {

@@ -112,6 +112,10 @@ void Form::PopupMenu(Menu& menu, double x, double y) {
   menu.OpenAt(native_->Client().mapToGlobal(QPoint(ToPixels(x), ToPixels(y))));
 }
 
+void Form::AskForAttention() {
+  if (QGuiApplication::applicationState() != Qt::ApplicationActive) QApplication::alert(Native());
+}
+
 void Form::StayOnTop(bool on) { stacking_->StayOnTop(on); }
 
 bool Form::CanStayOnTop() const { return CanPlaceWindows(); }

@@ -57,6 +57,9 @@ class Form : public FormEvents {
   void Leave();
   /// Makes it the window that the user works in, unless that is another program's, a box, a file dialog or a menu.
   void SetFocus();
+  /// Has the desktop point at the window until the user looks at it. Nothing happens while one of the program's windows
+  /// is active.
+  void AskForAttention();
   /// Opens a menu's items at the place, twips within the client area, and waits until it is closed.
   void PopupMenu(Menu& menu, double x, double y);
   /// Keeps the window above all others, or lets it be covered again.
