@@ -20,8 +20,8 @@ need() {
 
 build_packages=(g++ cmake ninja-build qt6-base-dev libpulse-dev libxcb1-dev)
 run_packages=(fonts-liberation)
-screen_packages=(xvfb openbox xfwm4 xfconf xdotool x11-utils imagemagick python3 iproute2 dbus dbus-daemon at-spi2-core python3-pyatspi)
+screen_packages=(xvfb openbox xfwm4 xfconf qt6-gtk-platformtheme xdotool x11-utils imagemagick python3 iproute2 dbus dbus-daemon at-spi2-core python3-pyatspi)
 test_packages=(libgtest-dev pulseaudio desktop-file-utils appstream mandoc)
 package_packages=(build-essential debhelper lintian)
 check_packages=(clang-format clang-tidy)
-desktop_packages=(mutter kwin-x11 kwin-style-breeze marco mate-settings-daemon-common metacity icewm weston xwayland qt6-wayland)
+desktop_packages=(mutter kwin-x11 kwin-wayland kwin-style-breeze marco mate-settings-daemon-common metacity icewm weston xwayland qt6-wayland)

@@ -22,18 +22,19 @@ FAILURES = Path(tempfile.gettempdir()) / "morva-e2e"  # pictures of the screen a
 
 ADDRESS = "10.9.0.1"  # one's own, though none that stands for oneself: systems treat those in ways of their own
 
-# What starts each desktop.
+# What starts each desktop, and what its session calls itself: Qt goes by that.
 DESKTOPS = {
-    "none": "",
-    "openbox": "openbox --sm-disable",
-    "xfwm4": "xfwm4 --compositor=off",
-    "mutter": "mutter --x11",
-    "kwin": "kwin_x11",
-    "marco": "marco --no-composite",
-    "metacity": "metacity --no-composite",
-    "icewm": "icewm",
-    "weston": "weston",
-    "weston-x": "weston --xwayland",
+    "none": ("", ""),
+    "openbox": ("openbox --sm-disable", ""),
+    "xfwm4": ("xfwm4 --compositor=off", "XFCE"),
+    "mutter": ("mutter --x11", "GNOME"),
+    "kwin": ("kwin_x11", "KDE"),
+    "marco": ("marco --no-composite", "MATE"),
+    "metacity": ("metacity --no-composite", "GNOME-Flashback:GNOME"),
+    "icewm": ("icewm", "ICEWM"),
+    "gnome": ("mutter --wayland --nested --wayland-display=wayland --", "GNOME"),
+    "kde": ("./kwin_wayland --xwayland --socket=wayland --no-lockscreen --width={} --height={}", "KDE"),
+    "weston": ("weston", ""),
 }
 
 
@@ -118,10 +119,10 @@ class Window:
 
     def move(self, x, y):
         """Puts it there, more or less, as a program can."""
-        self.desk.act("windowmove", "--sync", self.ident, x, y)
+        self.desk.output("xdotool", "windowmove", "--sync", self.ident, x, y)
 
     def activate(self):
-        self.desk.act("windowactivate", "--sync", self.ident)
+        self.desk.output("xdotool", "windowactivate", "--sync", self.ident)
 
 
 class Desk:
@@ -129,15 +130,21 @@ class Desk:
 
     TREE_LINE = re.compile(
         r'^\s+(0x[0-9a-f]+) (?:"(.*)"|\(has no name\)): \(.*\)\s+(\d+)x(\d+)\+-?\d+\+-?\d+\s+\+(-?\d+)\+(-?\d+)$', re.M)
-    VIEW = re.compile(  # Weston says no title of a small window of its X server
+    VIEW = re.compile(
         r"PID [1-9]\d*, surface ID (\d+), (?:top-level window '(.*)'|\[no description available\]).*\n"
         r"\s+position: \((.*), (.*)\) -> \((.*), (.*)\)")
+    SETTINGS = {  # no key of a slow computer is held down
+        ".config/glib-2.0/settings/keyfile": "[org/gnome/desktop/peripherals/keyboard]\nrepeat=false\n",
+        ".config/kcminputrc": "[Keyboard]\nKeyRepeat=nothing\n"}
     WESTON = """[shell]\npanel-position=none\nlocking=false\nclose-animation=none\nstartup-animation=none
 [keyboard]\nrepeat-rate=1\nrepeat-delay=60000\n[input-method]\npath=\n"""
 
     def __init__(self, desktop="openbox", width=1280, height=800, **environment):
         self.desktop, self.width, self.height = desktop, width, height
-        self.on_wayland = desktop.startswith("weston")
+        command, name = DESKTOPS[desktop]
+        self.command = command.format(width, height).split()
+        self.on_wayland = desktop == "weston"
+        self.nested = desktop in ("gnome", "kde")  # a Wayland session with an X server of its own
         self.folder = Path(tempfile.mkdtemp(prefix="morva-e2e-"))
         self.programs = []
         self.environment = {
@@ -146,9 +153,14 @@ class Desk:
             "XDG_RUNTIME_DIR": str(self.folder),
             "LANG": "C.UTF-8",
             "http_proxy": f"http://{ADDRESS}:9",  # which nobody answers at; it is for web pages
-            "KWIN_COMPOSE": "N",
+            "XDG_CURRENT_DESKTOP": name,
+            "XDG_SESSION_TYPE": "wayland" if self.on_wayland or self.nested else "x11",
+            "KWIN_COMPOSE": "Q" if self.nested else "N",
+            "LIBGL_ALWAYS_SOFTWARE": "1",
+            "GSETTINGS_BACKEND": "keyfile",
+            "MUTTER_DEBUG_DUMMY_MODE_SPECS": f"{width}x{height}",
             # Where damage comes while it paints, mutter now and then leaves it out on a screen like this one.
-            "CLUTTER_PAINT": "disable-clipped-redraws",
+            "CLUTTER_PAINT": "" if self.nested else "disable-clipped-redraws",
             **{name: value for name, value in os.environ.items() if name.endswith("SAN_OPTIONS")},
             **environment,
         }
@@ -159,8 +171,11 @@ class Desk:
             self._start_screen()
             if self.on_wayland:
                 self._start_weston()
-            elif self.desktop != "none":
-                self.start("dbus-run-session", "--", *DESKTOPS[self.desktop].split())
+            elif self.nested:
+                self._start_session()
+            elif self.command:
+                self.start("dbus-run-session", "--", *self.command)
+            if self.command and not self.on_wayland:
                 awaited(self._shows_windows, f"the window manager {self.desktop}")
         except BaseException:
             self.__exit__()
@@ -203,19 +218,30 @@ class Desk:
         self.end(probe)
         return shown
 
+    def _start_session(self):
+        """Desktop in a window that fills the screen; the programs on it get what it hands on to one that it starts."""
+        shutil.copyfile(shutil.which("kwin_wayland"), self.folder / "kwin_wayland")  # without its file capabilities
+        for name, words in self.SETTINGS.items():
+            (self.folder / name).parent.mkdir(parents=True, exist_ok=True)
+            (self.folder / name).write_text(words)
+        first, handed_on = self.folder / "first", self.folder / "environment"
+        first.write_text(f"#!/bin/sh\nenv -0 >{handed_on}.new\nmv {handed_on}.new {handed_on}\nexec sleep infinity\n")
+        for program in first, self.folder / "kwin_wayland":
+            program.chmod(0o700)
+        self.start("dbus-run-session", "--", *self.command, first, cwd=self.folder)
+        awaited(handed_on.exists, f"the session {self.desktop}")
+        self.inside = dict(line.split("=", 1) for line in handed_on.read_text().split("\0") if line)
+        self.act("mousemove", 1, 1, "mousemove", 2, 2)  # it does not know where the pointer is until it moves
+
     def _start_weston(self):
         """Weston in a window that fills the screen, so that mouse, keys and pictures go by way of the screen here too."""
-        settings, log = self.folder / "weston.ini", self.folder / "weston.log"
+        settings = self.folder / "weston.ini"
         settings.write_text(self.WESTON)
-        with open(log, "wb") as complaints:
-            self.start(*DESKTOPS[self.desktop].split(), "--backend=x11-backend.so", "--use-pixman", "--debug",
-                       f"--width={self.width}", f"--height={self.height}", f"--config={settings}", "--socket=wayland",
-                       stderr=complaints)
-        self.inside = self.environment | {"WAYLAND_DISPLAY": "wayland", "XDG_SESSION_TYPE": "wayland"}
+        self.start(*self.command, "--backend=x11-backend.so", "--use-pixman", "--debug", f"--width={self.width}",
+                   f"--height={self.height}", f"--config={settings}", "--socket=wayland")
+        self.inside = self.environment | {"WAYLAND_DISPLAY": "wayland"}
         del self.inside["DISPLAY"]
         awaited(lambda: "background for output" in self._scene(), "Weston")
-        if server := re.search(r"xserver listening on display (:\d+)", log.read_text()):
-            self.inside["DISPLAY"] = server[1]
         self.act("mousemove", 1, 1, "mousemove", 2, 2)  # it does not know where the pointer is until it moves
 
     def start(self, *command, stderr=subprocess.DEVNULL, **more):
@@ -244,17 +270,17 @@ class Desk:
                 program.kill()
                 program.wait()
 
-    def output(self, *command, inside=False):
-        """What a command says of the screen."""
+    def output(self, *command):
+        """What a command says of the screen, as the programs on it see that."""
         while True:
             done = subprocess.run([str(word) for word in command], text=True, capture_output=True,
-                                  env=self.inside if inside else self.environment)
+                                  env=self.inside)
             # A window can go while the command looks at it.
             if "BadWindow" not in done.stderr and "X Error" not in done.stderr:
                 return done.stdout
 
     def _scene(self):
-        return self.output("weston-debug", "scene-graph", inside=True)
+        return self.output("weston-debug", "scene-graph")
 
     def windows(self, program):
         """A program's windows on the screen, as far as they have a name. Menus have none."""

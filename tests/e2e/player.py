@@ -85,7 +85,7 @@ class Player:
 
     def fill(self, welcome, control, text):
         welcome.click(*control)
-        self.desk.keys("ctrl+a")
+        self.desk.keys("ctrl+a", "BackSpace")
         self.desk.type(text)
 
     def host(self):
@@ -192,9 +192,12 @@ class Player:
         """Opens the tool window's menu, which is to come up at the pointer, and presses these keys."""
         x, y = self.tool_inside().x + 60, self.tool_inside().y + 64
         self.desk.click(x, y, button=3)
-        awaited(lambda: any(abs(w.x - x) < 9 and abs(w.y - y) < 9 for w in self.windows()),
-                f"{self.nick}'s menu of the tool window at {x}, {y}")
-        self.desk.keys(*keys)
+
+        def menu():
+            return any(abs(w.x - x) < 9 and abs(w.y - y) < 9 for w in self.windows())
+
+        awaited(menu, f"{self.nick}'s menu of the tool window at {x}, {y}")
+        self.press_until(lambda: not menu(), *keys)
 
     def say(self, text):
         self.desk.enter(text)
@@ -202,21 +205,25 @@ class Player:
     def answer(self, title, *keys):
         """Answers a box by its keys. A box that has just come takes none for a moment, and none that seems held down."""
         self.window(title)
+        self.press_until(lambda: not self.find(title), *keys)
 
-        def answered():
+    def press_until(self, condition, *keys):
+        """Presses them again now and then: some desktops take a while to hand them to a window that has just come."""
+
+        def pressed():
             self.desk.keys(*keys)
             until = time.monotonic() + 0.4
-            while self.find(title) and time.monotonic() < until:
+            while not condition() and time.monotonic() < until:
                 time.sleep(0.02)
-            return not self.find(title)
+            return condition()
 
-        awaited(answered, f"{self.nick}'s {title} takes {keys}")
+        awaited(pressed, f"something of {self.nick}'s takes {keys}")
 
     def name_file(self, title, path):
         self.window(title)
-        self.desk.keys("ctrl+a")
-        self.desk.enter(path)
-        self.gone(title)
+        self.desk.keys("ctrl+a", "BackSpace")
+        self.desk.type(path)
+        self.answer(title, "Return")
 
     def text_of(self, name):
         """What stands in a file of the player's, once it is there. It appears whole."""
