@@ -155,6 +155,31 @@ class Evening:
             self.ann.gone(title)
             self.type(f"after {title}")
 
+    def minimised(self):
+        """Both windows go and come back together."""
+        if self.ann_desk.desktop not in ("openbox", "kwin", "icewm"):  # the others minimise one alone, or draw it on
+            return
+        self.ann_desk.act("windowminimize", self.ann.main.ident)
+        awaited(lambda: not self.ann.windows(), "both windows go")
+        self.ann.main.activate()
+        awaited(self.ann.look, "both windows come back")
+        self.type("after being minimised")
+
+    def a_change_behind_the_edge_of_the_screen(self):
+        """The square lies to the left of the screen; the dialog comes onto it, and leaves the focus in the chat line."""
+        if self.ann_desk.desktop not in ("none", "openbox"):  # others let no program put a window there
+            return
+        before = self.ann.main.x, self.ann.main.y
+        self.ann.main.move(-330, 100)
+        awaited(lambda: self.ann.look() and self.ann.main.x < -300, "the board is off the screen for the most part")
+        self.ann.keys("F6", "ctrl+Home", "Menu")
+        dialog = self.ann.window(CHANGE_DIALOG)
+        check(dialog.wholly_on_the_screen(), f"the dialog at {dialog.x}, {dialog.y} is wholly on the screen")
+        self.ann.keys("Escape")
+        self.ann.gone(CHANGE_DIALOG)
+        self.ann.main.move(*before)
+        awaited(lambda: self.ann.look() and self.ann.main.x >= 0, "the board is back")
+
     def a_change_at_the_edge_of_the_screen(self):
         """The main window lies half beyond the lower right corner, where the dialog would too."""
         x, y = self.ann.corner()
@@ -165,6 +190,7 @@ class Evening:
             self.ann_desk.drag_slowly((x + 150, y - 30), by)
         awaited(lambda: self.ann.look() and abs(self.ann.corner()[0] - x - by[0]) < 20, "Ann's window moves to the edge")
         bare, pawn = self.ann.square_picture(60), self.bob.square_picture(51)
+        self.ann.keys("F6")
         self.ann_desk.click(*self.ann.square(51), button=3)
         if self.ann_desk.on_wayland:  # there it is a part of the main window
             awaited(lambda: self.ann.square_picture(60) != bare, "the dialog comes up over the board")
@@ -175,6 +201,10 @@ class Evening:
         awaited(lambda: self.bob.square_picture(51) != pawn, "the pawn becomes a queen")
         self.ann.gone(CHANGE_DIALOG)
         self.expected[51] = "t"
+        log = self.bob.log()
+        self.ann.keys("Up", "Return")  # in the chat line, though a square had the focus before: the last line again
+        awaited(lambda: self.bob.log() != log, "the last line comes once more")
+        self.said += self.said[self.said.rindex("\r\n"):]
         self.type("after a change")
 
     def a_new_game(self):
@@ -202,7 +232,8 @@ class Evening:
 
 STEPS = [Evening.the_table_opens, Evening.moves_both_ways, Evening.boxes, Evening.the_tool_window,
          Evening.in_front_of_the_board, Evening.in_front_of_another_program, Evening.text_from_the_log,
-         Evening.the_last_move_flies, Evening.dialogs, Evening.a_change_at_the_edge_of_the_screen, Evening.a_new_game,
+         Evening.the_last_move_flies, Evening.dialogs, Evening.minimised,
+         Evening.a_change_behind_the_edge_of_the_screen, Evening.a_change_at_the_edge_of_the_screen, Evening.a_new_game,
          Evening.saving_and_leaving]
 
 

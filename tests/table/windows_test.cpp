@@ -96,11 +96,20 @@ TEST_F(Table, EverythingGrowsTogether) {
   EXPECT_EQ(game.Client()->size(), QSize(448, 539));
 }
 
-TEST_F(Table, BeginsSmallerWhereTheScreenIs) {
-  for (const auto& [width, height, factor] : {std::tuple{9000, 90000, 0.75}, {90000, 8085, 0.75}, {6720, 8085, 1.0}}) {
-    Zoom::BeginFor(width, height, 3240);
-    EXPECT_EQ(size_factor, factor) << width << " by " << height;
+TEST_F(Table, ZoomKeepsTheTableOnTheScreen) {  // of 2,560 by 2,000 pixels
+  const std::tuple<int, int, int, double, double> tables[] = {
+      {9000, 90000, 3240, 0.75, 0.75}, {90000, 8085, 3240, 0.75, 0.75}, {6720, 8085, 3240, 1, 3},
+      {6720, 14000, 3240, 1, 2},       {6720, 8085, 20000, 1, 1.25},    {6720, 8085, 40000, 1, 3}};
+  for (const auto& [width, height, beside, first, last] : tables) {
+    const std::string table = std::to_string(width) + " by " + std::to_string(height) + ", " + std::to_string(beside);
+    QTest::keyClick(MainWindow(), Qt::Key_0, Qt::ControlModifier);
+    Zoom::BeginFor(width, height, beside);
+    EXPECT_EQ(size_factor, first) << table;
+    for (int i = 0; i < 9; ++i) QTest::keyClick(MainWindow(), Qt::Key_Plus, Qt::ControlModifier);
+    EXPECT_EQ(size_factor, last) << table;
   }
+  Zoom::BeginFor(FrmChess::kScaleWidth, FrmChess::kScaleHeight, FrmToolWindow::kScaleWidth);
+  QTest::keyClick(MainWindow(), Qt::Key_0, Qt::ControlModifier);
 }
 
 TEST_F(Table, TheWindowsStandSideBySideOnceAndTakeTheNick) {
