@@ -47,7 +47,8 @@ FrmAboutChess::FrmAboutChess() : Form({.scale_width = 7275, .scale_height = 4395
     label.FontSize = 18;
     label.FontBold = true;
   }
-  title(1).Decoration = title(2).Decoration = true;
+  title(1).Kind = title(2).Kind = SpokenKind::kNothing;
+  photo.Kind = SpokenKind::kButton;
   photo.Spoken = [] { return "Portrait of the author"; };
   title(0).ForeColor = kBlack;
   title(1).ReliefOf = title(2).ReliefOf = &title(0);

@@ -40,6 +40,7 @@ FrmAuthor::FrmAuthor()
   lblAuthorOf.FontBold = true;
 
   SpokenName = lblTheAuthor.Caption();
+  photo.Kind = SpokenKind::kButton;
   photo.Spoken = [] { return "Portrait, back to the About box"; };
 
   photo.Click = [this] { photo_Click(); };

@@ -12,6 +12,7 @@ SquarePainter::SquarePainter(const FormStyle& style) : Form(style) {
     squ(i).FillSolid = true;
     squ(i).Tag = "0";
     squ(i).AutomaticDrag = true;
+    squ(i).Kind = SpokenKind::kItem;
   }
 }
 
@@ -19,10 +20,7 @@ void SquarePainter::PlaceSquares() {
   for (int i = 0; i < kSquares; ++i) {
     const int row = i / 8;
     Place({{squ(i), 840.0 * (i % 8), 840.0 * row, 845, 845}});
-    squ(i).JoinGroup(board);
   }
-  Place({{board, 0, 0, 6725, 6725}});
-  board.SpokenName = "Board";
 }
 
 void SquarePainter::drawmove(int i, Color c) {

@@ -2,7 +2,6 @@
 
 #include "painting/squares.h"
 #include "platform/controls/control_array.h"
-#include "platform/controls/control_group.h"
 #include "platform/controls/pictures.h"
 #include "platform/drawing/colors.h"
 #include "platform/window/form.h"
@@ -24,7 +23,6 @@ class SquarePainter : public Form {
   explicit SquarePainter(const FormStyle& style);
 
   ControlArray<PictureBox, kSquares> squ;
-  ControlGroup board;  ///< the squares as assistive tools see them: one list
 
   /// Each puts its piece on square i, in place of what stood there, and paints it. flag is 0 for black, 1 for white.
   void Pawn(int i, int flag);

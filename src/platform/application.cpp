@@ -11,9 +11,11 @@
 #include <cstdio>
 #include <cstdlib>
 
+#include "platform/accessibility/announce.h"
 #include "platform/accessibility/announce_native.h"
 #include "platform/accessibility/spoken_controls.h"
 #include "platform/accessibility/spoken_window.h"
+#include "platform/controls/screen_reader.h"
 #include "platform/drawing/fonts.h"
 #include "platform/style.h"
 #include "platform/system/qt_text.h"
@@ -57,6 +59,7 @@ class Application::Impl {
  public:
   Impl(int& argc, char** argv) : app_(argc, argv) {
     app_.installEventFilter(&gate_);
+    screen_reader = {Announce, TellNameLater};
     for (const auto interfaces : {SpokenControl, SpokenWindow, SpokenAnnouncement}) {
       QAccessible::installFactory(interfaces);
     }

@@ -57,7 +57,8 @@ FrmToolWindow::FrmToolWindow()
   lblNick.TabStop = lblOpNick.TabStop = true;
   TabOrder({&lblNick, &lblOpNick, &lstHist});
   lstHist.SpokenName = "History";
-  for (Label* label : {&lbl3D(0), &lbl3D(1)}) label->Decoration = true;
+  for (Label* label : {&lbl3D(0), &lbl3D(1)}) label->Kind = SpokenKind::kNothing;
+  lblNick.Kind = lblOpNick.Kind = SpokenKind::kButton;
   lblNick.Spoken = [this] { return PlayerWords(lblNick, lshape); };
   lblOpNick.Spoken = [this] { return PlayerWords(lblOpNick, rshape); };
 

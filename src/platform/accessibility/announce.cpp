@@ -7,6 +7,7 @@
 #include <QTimer>
 #include <QWindow>
 #include <algorithm>
+#include <utility>
 
 #include "platform/accessibility/announce_native.h"
 #include "platform/system/qt_text.h"
@@ -123,6 +124,23 @@ void Announce(const std::string& text) {
   static QPointer<Announcer> announcer;
   if (announcer == nullptr) announcer = new Announcer(qApp);
   announcer->Add(QtText(text));
+}
+
+void TellNameLater(QWidget& widget) {
+  static const char kTold[] = "told_name";
+  static QList<QPointer<QWidget>> renamed;
+  if (!QAccessible::isActive() || renamed.contains(&widget)) return;
+  renamed << &widget;
+  if (renamed.size() > 1) return;
+  QTimer::singleShot(0, qApp, [] {
+    for (const QPointer<QWidget>& named : std::exchange(renamed, {})) {
+      if (named == nullptr) continue;
+      const QString name = QAccessible::queryAccessibleInterface(named)->text(QAccessible::Name);
+      if (name == named->property(kTold)) continue;
+      named->setProperty(kTold, name);
+      Tell(named, QAccessible::NameChanged);
+    }
+  });
 }
 
 void MakeStatusBar(QWidget& window) { new SpokenNode(&window, QAccessible::StatusBar); }

@@ -3,17 +3,10 @@
 #include <QAbstractButton>
 #include <QApplication>
 #include <QKeyEvent>
-#include <QMouseEvent>
+#include <QPointer>
 #include <algorithm>
 
 #include "platform/accessibility/spoken_line.h"
-#include "platform/controls/command_button.h"
-#include "platform/controls/control_group.h"
-#include "platform/controls/frame.h"
-#include "platform/controls/label.h"
-#include "platform/controls/option_button.h"
-#include "platform/controls/pictures.h"
-#include "platform/controls/text_box.h"
 #include "platform/system/qt_text.h"
 
 namespace morva {
@@ -27,8 +20,8 @@ Control* ControlAt(const QWidget& widget) {
 }
 
 bool IsDecoration(const Control& control) {
-  const bool picture = dynamic_cast<const PictureBox*>(&control) != nullptr;
-  return control.Decoration || (picture && !control.Spoken && control.Native()->children().isEmpty());
+  return control.Kind == SpokenKind::kNothing ||
+         (control.Kind == SpokenKind::kContainer && control.Native()->children().isEmpty());
 }
 
 bool IsSeen(const QWidget& widget) {
@@ -43,46 +36,30 @@ bool IsSeen(const QWidget& widget) {
 
 bool StandsIn(const QWidget& widget) {
   const Control* control = ControlAt(widget);
-  if (control == nullptr || control->Group() != nullptr || IsDecoration(*control)) return false;
-  return dynamic_cast<const ControlGroup*>(control) != nullptr || IsSeen(widget);
+  return control != nullptr && control->Group() == nullptr && !IsDecoration(*control) && IsSeen(widget);
 }
 
-// A frame round option buttons, or the list that the squares are.
+// A frame, also of the option buttons that have joined it.
 class SpokenGroup : public SpokenContainer {
  public:
-  using SpokenContainer::SpokenContainer;
-
-  QAccessible::State state() const override {
-    QAccessible::State state = SpokenContainer::state();
-    // The widget of a mere group is never shown.
-    if (!Members().isEmpty()) state.invisible = state.offscreen = 0;
-    return state;
-  }
-
-  QRect rect() const override {
-    QRect whole = SpokenContainer::rect();
-    for (const QObject* member : Members()) {
-      const auto* widget = static_cast<const QWidget*>(member);
-      whole |= QRect(widget->mapToGlobal(QPoint()), widget->size());
-    }
-    return whole;
-  }
+  explicit SpokenGroup(const Control& group) : SpokenContainer(*group.Native(), QAccessible::Grouping), group_(group) {}
 
  protected:
-  QObjectList Children() const override { return Members() + SpokenContainer::Children(); }
+  QObjectList Children() const override {
+    QObjectList children;
+    for (const Control* member : group_.Members()) children << member->Native();
+    return children + SpokenContainer::Children();
+  }
 
  private:
-  QObjectList Members() const {
-    QObjectList members;
-    for (const Control* member : ControlAt(*widget())->Members()) members << member->Native();
-    return members;
-  }
+  const Control& group_;
 };
 
-// A control with a group of its own, or with a name that changes.
-class SpokenPart : public SpokenContainer {
+// What can be pressed.
+class SpokenButton : public SpokenContainer {
  public:
-  SpokenPart(Control& control, QAccessible::Role role) : SpokenContainer(*control.Native(), role), control_(control) {}
+  SpokenButton(const Control& control, QAccessible::Role role)
+      : SpokenContainer(*control.Native(), role), control_(control) {}
 
   QAccessibleInterface* parent() const override {
     const Control* group = control_.Group();
@@ -112,34 +89,28 @@ class SpokenPart : public SpokenContainer {
     return names;
   }
 
-  // By way of the mouse and the keys: whatever keeps the user from acting keeps an assistive tool from it.
   void doAction(const QString& name) override {
-    if (name == showMenuAction()) {
-      Click(Qt::RightButton);
-    } else if (name != pressAction()) {
-      SpokenContainer::doAction(name);
-    } else if (role() != QAccessible::ListItem) {
-      Click(Qt::LeftButton);
+    if (name == pressAction()) {
+      Type(Qt::Key_Space);
+    } else if (name == showMenuAction()) {
+      Type(Qt::Key_Menu);
     } else {
-      widget()->setFocus();
-      for (const auto type : {QEvent::KeyPress, QEvent::KeyRelease}) {
-        QKeyEvent key(type, Qt::Key_Space, {}, " ");
-        QCoreApplication::sendEvent(widget(), &key);
-      }
+      SpokenContainer::doAction(name);
     }
   }
 
  private:
-  void Click(Qt::MouseButton button) {
-    const QPointF middle = QRectF(widget()->rect()).center();
-    const QPointF on_screen = widget()->mapToGlobal(middle);
-    QMouseEvent press(QEvent::MouseButtonPress, middle, on_screen, button, button, {});
-    QCoreApplication::sendEvent(widget(), &press);
-    QMouseEvent release(QEvent::MouseButtonRelease, middle, on_screen, button, {}, {});
-    QCoreApplication::sendEvent(widget(), &release);
+  // Whatever keeps the user from acting keeps an assistive tool from it.
+  void Type(Qt::Key key) {
+    const QPointer<QWidget> pressed = widget();  // which the key can close
+    pressed->setFocus();
+    for (const auto type : {QEvent::KeyPress, QEvent::KeyRelease}) {
+      QKeyEvent event(type, key, {}, key == Qt::Key_Space ? " " : QString());
+      if (pressed != nullptr) QCoreApplication::sendEvent(pressed, &event);
+    }
   }
 
-  Control& control_;
+  const Control& control_;
 };
 
 }  // namespace
@@ -170,18 +141,24 @@ QObjectList SpokenContainer::Children() const {
 
 QAccessibleInterface* SpokenControl(const QString& /*kind*/, QObject* object) {
   auto* widget = qobject_cast<QWidget*>(object);
-  Control* control = widget == nullptr ? nullptr : ControlAt(*widget);
+  const Control* control = widget == nullptr ? nullptr : ControlAt(*widget);
   if (control == nullptr) return nullptr;
-  if (dynamic_cast<ControlGroup*>(control) != nullptr) return new SpokenGroup(*widget, QAccessible::List);
-  if (dynamic_cast<Frame*>(control) != nullptr) return new SpokenGroup(*widget, QAccessible::Grouping);
-  if (dynamic_cast<TextBox*>(control) != nullptr) return new SpokenLine(*static_cast<QLineEdit*>(widget));
-  if (dynamic_cast<OptionButton*>(control) != nullptr) return new SpokenPart(*control, QAccessible::RadioButton);
-  const bool pressed_by_mouse = dynamic_cast<CommandButton*>(control) != nullptr && !control->Click;
-  if (control->Spoken || pressed_by_mouse) {
-    return new SpokenPart(*control, control->Group() != nullptr ? QAccessible::ListItem : QAccessible::Button);
+  switch (control->Kind) {
+    case SpokenKind::kContainer:
+      return new SpokenContainer(*widget);
+    case SpokenKind::kGroup:
+      return new SpokenGroup(*control);
+    case SpokenKind::kButton:
+      return new SpokenButton(*control, QAccessible::Button);
+    case SpokenKind::kOption:
+      return new SpokenButton(*control, QAccessible::RadioButton);
+    case SpokenKind::kItem:
+      return new SpokenButton(*control, QAccessible::ListItem);
+    case SpokenKind::kLine:
+      return new SpokenLine(*static_cast<QLineEdit*>(widget));
+    default:
+      return nullptr;
   }
-  if (dynamic_cast<PictureBox*>(control) != nullptr) return new SpokenContainer(*widget);
-  return nullptr;
 }
 
 }  // namespace morva

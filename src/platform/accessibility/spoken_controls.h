@@ -20,7 +20,7 @@ class SpokenContainer : public QAccessibleWidget {
   virtual QObjectList Children() const;
 };
 
-/// What assistive tools are given for a control; nullptr where the toolkit's own answer serves. For
+/// What assistive tools are given for a control; nullptr where Qt's own answer serves. For
 /// QAccessible::installFactory.
 QAccessibleInterface* SpokenControl(const QString& kind, QObject* object);
 

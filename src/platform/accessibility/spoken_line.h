@@ -5,7 +5,7 @@
 
 namespace morva {
 
-/// An input line as assistive tools see it. The toolkit's own answer makes each letter a run of attributes of its own,
+/// An input line as assistive tools see it. Qt's own answer makes each letter a run of attributes of its own,
 /// of which Orca 43 speaks only the first as the line's text.
 class SpokenLine : public QAccessibleWidget, public QAccessibleTextInterface, public QAccessibleEditableTextInterface {
  public:

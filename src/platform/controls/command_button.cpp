@@ -38,6 +38,7 @@ class WrappingButton : public QPushButton {
 CommandButton::CommandButton()
     : Control(std::make_unique<WrappingButton>()),
       Caption({}, [this] { As<QPushButton>(*this).setText(QtText(Caption())); }) {
+  Kind = SpokenKind::kButton;
   QObject::connect(&As<QPushButton>(*this), &QPushButton::clicked, [this] {
     if (Click) Click();
   });

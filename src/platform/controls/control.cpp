@@ -8,8 +8,10 @@
 #include <QMouseEvent>
 #include <QTimer>
 #include <QWidget>
+#include <utility>
 
 #include "platform/controls/native.h"
+#include "platform/controls/screen_reader.h"
 #include "platform/drawing/fonts.h"
 #include "platform/drawing/pixels.h"
 #include "platform/system/qt_text.h"
@@ -41,7 +43,10 @@ class Control::EventFilter : public QObject {
       case QEvent::MouseButtonRelease:
         return Release(*static_cast<QMouseEvent*>(event));
       case QEvent::FocusIn:
-        if (control_.GotFocus) GotFocus();
+        if (control_.GotFocus) TellFocus();
+        return false;
+      case QEvent::KeyPress:  // which can have come together with the focus
+        GotFocus();
         return false;
       default:
         return false;
@@ -61,11 +66,16 @@ class Control::EventFilter : public QObject {
     return true;
   }
 
-  // Assistive tools must hear of the focus, which the toolkit tells them after this, before they hear of what the
+  // Assistive tools must hear of the focus, which Qt tells them after this, before they hear of what the
   // handler does. A selection that comes first hides the control's name from Orca 43.
+  void TellFocus() {
+    focused_ = true;
+    if (!QAccessible::isActive()) return GotFocus();
+    QTimer::singleShot(0, this, [this] { GotFocus(); });
+  }
+
   void GotFocus() {
-    if (!QAccessible::isActive()) return control_.GotFocus();
-    QTimer::singleShot(0, control_.Native(), control_.GotFocus);
+    if (std::exchange(focused_, false)) control_.GotFocus();
   }
 
   void Tell(const MouseHandler& handler, const QMouseEvent& event) const {
@@ -76,6 +86,7 @@ class Control::EventFilter : public QObject {
   }
 
   Control& control_;
+  bool focused_ = false;  // which GotFocus has not been told yet
 };
 
 Control::Control(std::unique_ptr<QWidget> widget)
@@ -99,8 +110,7 @@ Control::Control(std::unique_ptr<QWidget> widget)
                   }),
       SpokenName({}, [this] { widget_->setAccessibleName(QtText(SpokenName())); }),
       widget_(std::move(widget)),
-      filter_(std::make_unique<EventFilter>(*this)),
-      told_later_([this] { TellName(); }) {
+      filter_(std::make_unique<EventFilter>(*this)) {
   Controls().insert(widget_.get(), this);
   widget_->installEventFilter(filter_.get());
   widget_->setFont(ProgramFont());
@@ -146,15 +156,7 @@ void Control::JoinGroup(Control& group) {
 }
 
 void Control::SpokenMayChange() {
-  if (Spoken && QAccessible::isActive()) told_later_.Request();
-}
-
-void Control::TellName() {
-  const std::string name = Spoken();
-  if (name == told_name_) return;
-  told_name_ = name;
-  QAccessibleEvent event(widget_.get(), QAccessible::NameChanged);
-  QAccessible::updateAccessibility(&event);
+  if (Spoken) screen_reader.NameMayChange(*widget_);
 }
 
 void Control::Rescale() {

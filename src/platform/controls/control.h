@@ -6,7 +6,6 @@
 #include <vector>
 
 #include "platform/controls/keys.h"
-#include "platform/controls/shown_later.h"
 #include "platform/system/property.h"
 
 class QWidget;
@@ -19,6 +18,18 @@ inline constexpr int kMiddleButton = 4;
 
 /// What a drag tells the control under the pointer.
 enum class DragState : int { kEnter = 0, kLeave = 1, kOver = 2 };
+
+/// What assistive tools take a control for.
+enum class SpokenKind {
+  kUsual,      ///< what Qt makes of its widget
+  kNothing,    ///< mere decoration: it is not there
+  kContainer,  ///< there as long as other controls stand in it
+  kGroup,      ///< a container with a name, also of the controls that JoinGroup it
+  kButton,
+  kOption,
+  kItem,  ///< one of many alike, of which nothing but the name is told
+  kLine,
+};
 
 using MouseHandler = std::function<void(int Button, int Shift, float X, float Y)>;
 
@@ -44,12 +55,12 @@ class Control : protected PropertyOwner {
   std::function<void(Control& Source, float X, float Y, DragState State)> DragOver;
   std::function<void(Control& Source, float X, float Y)> DragDrop;
 
+  SpokenKind Kind = SpokenKind::kUsual;
   Property<std::string> SpokenName;     ///< what assistive tools call it where it has no caption, or not a telling one
-  std::function<std::string()> Spoken;  ///< the same of a picture, label or option button, asked for when it is wanted
-  bool Decoration = false;              ///< assistive tools see nothing of it
+  std::function<std::string()> Spoken;  ///< the same of a button, an option or an item, asked for when it is wanted
 
-  /// Lets assistive tools see the control in that one: an option button in its frame, a square in its list. Members
-  /// stand in the order in which they join.
+  /// Lets assistive tools see the control in that one, which is a group: an option button in its frame. Members stand
+  /// in the order in which they join.
   void JoinGroup(Control& group);
   const Control* Group() const { return group_; }
   const std::vector<Control*>& Members() const { return members_; }
@@ -77,13 +88,10 @@ class Control : protected PropertyOwner {
  private:
   class EventFilter;
   void Lay();
-  void TellName();
   std::unique_ptr<QWidget> widget_;
   std::unique_ptr<EventFilter> filter_;
   Control* group_ = nullptr;
   std::vector<Control*> members_;
-  std::string told_name_;  // what Spoken said last
-  ShownLater told_later_;
 };
 
 /// The control that the widget is, or is a part of; none for a window and its bare client area.

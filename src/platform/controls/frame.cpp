@@ -42,6 +42,8 @@ Frame::Frame()
         As<TitledBox>(*this).title = QtText(Caption());
         Native()->setAccessibleName(QtText(Caption()));
         Native()->update();
-      }) {}
+      }) {
+  Kind = SpokenKind::kGroup;
+}
 
 }  // namespace morva

@@ -61,6 +61,7 @@ OptionButton::OptionButton()
     : Control(std::make_unique<GroupedButton>()),
       Caption({}, [this] { As<QRadioButton>(*this).setText(QtText(Caption())); }),
       Value(false, [this] { As<QRadioButton>(*this).setChecked(Value()); }) {
+  Kind = SpokenKind::kOption;
   QObject::connect(&As<QRadioButton>(*this), &QRadioButton::toggled, [this](bool on) {
     Store(Value, on);
     if (!on) return;

@@ -134,6 +134,7 @@ PictureBox::PictureBox(Border border)
                    if (HasFocus()) Native()->update();
                  }),
       sunken_(border == Border::kSunken) {
+  Kind = SpokenKind::kContainer;
   LayBorder();
   drawn_ = [this] { As<Canvas>(*this).Redraw(); };
 }
@@ -178,7 +179,7 @@ Image::Image()
         As<ImageWidget>(*this).stored = StoredPicture(Picture());
         Native()->update();
       }) {
-  Decoration = true;
+  Kind = SpokenKind::kNothing;
 }
 
 void Image::Rescale() {
@@ -190,12 +191,12 @@ CircleShape::CircleShape()
     : Control(std::make_unique<Disc>(*this)),
       BackColor(kWhite, [this] { Native()->update(); }),
       BorderColor(kBlack, [this] { Native()->update(); }) {
-  Decoration = true;
+  Kind = SpokenKind::kNothing;
 }
 
 Rule::Rule()
     : Control(std::make_unique<RuleWidget>(*this)), BorderColor(kButtonShadow, [this] { Native()->update(); }) {
-  Decoration = true;
+  Kind = SpokenKind::kNothing;
 }
 
 }  // namespace morva

@@ -61,6 +61,7 @@ TextBox::TextBox()
       SelLength(
           0, [this] { As<QLineEdit>(*this).setSelection(SelStart(), SelLength.Assigned()); },
           [this] { return As<QLineEdit>(*this).selectionLength(); }) {
+  Kind = SpokenKind::kLine;
   auto& line = As<InputLine>(*this);
   line.setMaxLength(INT_MAX);
   line.key_press = [this](int key) {

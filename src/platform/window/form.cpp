@@ -1,10 +1,10 @@
 #include "platform/window/form.h"
 
-#include <QAccessible>
 #include <QApplication>
 #include <QMenuBar>
 #include <QPushButton>
 
+#include "platform/controls/screen_reader.h"
 #include "platform/drawing/pixels.h"
 #include "platform/system/qt_text.h"
 #include "platform/window/drag.h"
@@ -20,8 +20,7 @@ Form::Form(const FormStyle& style)
               [this] {
                 // The toolkit reads [*] as a mark of its own.
                 native_->setWindowTitle(QtText(Caption()).replace("[*]", "[*][*]"));
-                QAccessibleEvent event(native_.get(), QAccessible::NameChanged);
-                QAccessible::updateAccessibility(&event);
+                screen_reader.NameMayChange(*native_);
               }),
       SpokenName({}, [this] { native_->setAccessibleName(QtText(SpokenName())); }),
       Left(
