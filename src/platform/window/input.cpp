@@ -161,7 +161,9 @@ void HeldKeys::Note(const QWidget& receiver, const QKeyEvent& event) {
 // An X server repeats a release and a press at a time; Qt joins them only where it gets both at once.
 bool HeldKeys::IsRepeat(const QKeyEvent& event) const {
   const bool of_keyboard = event.nativeScanCode() != 0;
-  return event.isAutoRepeat() || (of_keyboard && event.key() == released_ && event.timestamp() == released_at_);
+  // What has gone by way of a screen reader has no time.
+  const bool at_once = event.timestamp() != 0 && event.timestamp() == released_at_;
+  return event.isAutoRepeat() || (of_keyboard && event.key() == released_ && at_once);
 }
 
 void InputGate::NoteComing(const QWidget& widget, const QEvent& event) {
