@@ -1,4 +1,5 @@
 #include "board/board.h"
+#include "platform/accessibility/announce.h"
 
 namespace morva {
 
@@ -12,8 +13,9 @@ void Board::DoMove(int from, int too) {
   AddToHist();
   const bool on_far_row = c == kWhite ? too < 8 : too >= kSquares - 8;
   const int arrived = Val(squ(too).Tag);
-  if (on_far_row && arrived == kPawn) PutPiece(too, kQueen, c);
-  if (on_far_row && arrived == kChecker) PutPiece(too, kKingChecker, c);
+  if (!on_far_row || (arrived != kPawn && arrived != kChecker)) return;
+  PutPiece(too, arrived == kPawn ? kQueen : kKingChecker, c);
+  Announce(SquareWords(too));
 }
 
 void Board::PutPiece(int Index, int code, Color color) {

@@ -1,4 +1,5 @@
 #include "files/file_menus.h"
+#include "platform/accessibility/announce.h"
 #include "platform/application.h"
 #include "platform/system/plain_files.h"
 
@@ -10,7 +11,8 @@ void mnuSaveChat_Click(FrmChess& window) {
   dialog.Filter = "Text (*.txt)|*.txt";
   dialog.Flags = kOverwritePrompt | kHideReadOnly | kLongNames;
   if (!dialog.ShowSave()) return;
-  WriteFile(dialog.FileName, window.txtOut.Text() + "\r\n");
+  const bool saved = WriteFile(dialog.FileName, window.txtOut.Text() + "\r\n");
+  Announce(saved ? "Chat saved" : "The chat could not be saved");
 }
 
 }  // namespace morva

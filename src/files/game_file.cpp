@@ -31,7 +31,8 @@ void mnuSaveGame_Click(FrmChess& window) {
   dialog.Flags = kOverwritePrompt | kHideReadOnly | kLongNames;
   if (!dialog.ShowSave()) return;
   // The other side may have moved while the dialog was open.
-  WriteFile(dialog.FileName, window.BoardLine() + "\r\n");
+  const bool saved = WriteFile(dialog.FileName, window.BoardLine() + "\r\n");
+  Announce(saved ? "Game saved" : "The game could not be saved");
 }
 
 void mnuOpenGame_Click(FrmChess& window) {
@@ -45,10 +46,10 @@ void mnuOpenGame_Click(FrmChess& window) {
 void OpenGame(FrmChess& window, const std::string& name) {
   // The other side drops a message that is longer.
   const auto file = ReadFile(name, MessageReader::kMaxMessage - kBoardHead.size());
-  if (!file) return;
+  if (!file) return Announce("The game could not be opened");
   const std::string_view line = FirstLine(*file);
   for (std::size_t i = 0; i < kSquares; ++i) {
-    if (i == line.size()) return;
+    if (i == line.size()) return Announce("The file holds only a part of a board");
     window.ReadLetter(static_cast<int>(i), static_cast<unsigned char>(line[i]));
   }
   frmControl->tcp.SendData(BoardMessage(line));

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <array>
+#include <string>
 
 #include "net/sounds.h"
 
@@ -13,6 +14,8 @@ struct CannedWord {
   int sound_there;            ///< at the receiver
   const char* text;           ///< of the box
   bool names_sender = false;  ///< the sender's nick leads the text
+
+  std::string TextFrom(const std::string& sender) const { return names_sender ? sender + text : text; }
 };
 
 inline constexpr CannedWord kWakeUp{"yours", kNoSound, kWakeUpSound, "Wake up!"};

@@ -53,7 +53,7 @@ void GameWindow::ReceiveWord(const std::string& Data) {
     PlayResourceSound(canned.sound_there);
     if (!AcceptsMessages()) return;
     AskForAttention();
-    return ShowMessage(canned.names_sender ? Shortened(OpNick) + canned.text : canned.text);
+    return ShowMessage(canned.TextFrom(Shortened(OpNick)));
   }
   PlayResourceSound(kLineSound);
   const std::string said = TextOf(Data);
@@ -64,6 +64,7 @@ void GameWindow::ReceiveWord(const std::string& Data) {
 
 void GameWindow::ReceiveBoardAction(const std::string& Data) {
   const std::string_view mark = kBoardHead.substr(1);
+  who = OpNick;
   if (Data.starts_with(mark)) {
     ReceiveBoard(Data.substr(mark.size()));
   } else if (Data == "newc") {
@@ -71,7 +72,7 @@ void GameWindow::ReceiveBoardAction(const std::string& Data) {
   } else if (Data == "clear") {
     PlayResourceSound(kBoardSound);
     ClearBoard();
-    Announce("Board cleared");
+    Announce(who + ": board cleared");
   } else if (Data == "new") {
     NewChess();
   } else {

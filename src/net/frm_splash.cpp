@@ -7,7 +7,7 @@ namespace morva {
 FrmSplash::FrmSplash()
     : Form({.frame = FormStyle::Frame::kNone, .scale_width = 4500, .scale_height = 3000, .close_box = false}) {
   SetPicture("splash");
-  SpokenName = "Morva";
+  SpokenName = "Morva, press a key to go on";
   tmrTrigger.Tick = [this] { tmrTrigger_Timer(); };
 }
 

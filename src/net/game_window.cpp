@@ -23,7 +23,7 @@ void GameWindow::NewChess() {
   ClearHistory();
   SetUpChess();
   ResetClock();
-  Announce("New game of chess");
+  Announce(who + ": new game of chess");
 }
 
 void GameWindow::NewCheckers() {
@@ -31,7 +31,7 @@ void GameWindow::NewCheckers() {
   ClearHistory();
   SetUpCheckers();
   ResetClock();
-  Announce("New game of checkers");
+  Announce(who + ": new game of checkers");
 }
 
 void GameWindow::Disconnect() {

@@ -21,7 +21,7 @@ class GameWindow : public Board {
   /// board, and what is too short for its type, has no effect.
   void Receive(const std::string& Data, int dtype);
 
-  /// Starts a new game here, with its sound: the history is emptied, the pieces set up, the clock at zero.
+  /// Starts a new game here, by `who`, with its sound: the history is emptied, the pieces set up, the clock at zero.
   void NewChess();
   void NewCheckers();
 

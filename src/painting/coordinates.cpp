@@ -10,6 +10,10 @@ namespace morva {
 std::vector<LayoutRow> Coordinates::Layout() {
   cmdShowCoord.ToolTipText = "Show co-ordinates";
   cmdShowCoord.SpokenName = cmdShowCoord.ToolTipText;
+  for (CommandButton& label : Coord) {
+    label.TabStop = false;
+    label.Kind = SpokenKind::kNothing;
+  }
   std::vector<LayoutRow> rows{{cmdShowCoord, 45, 45, 240, 240, "C"}};
   for (int k = 0; k < 8; ++k)
     rows.push_back({Coord(k + 8), 45, 300.0 + 840 * k, 240, 240, std::string(1, "12345678"[k])});
@@ -18,7 +22,6 @@ std::vector<LayoutRow> Coordinates::Layout() {
 }
 
 void Coordinates::Collapse() {
-  for (CommandButton& label : Coord) label.TabStop = false;
   for (int i = 0; i < 8; ++i) {
     Coord(i).Tag = std::to_string(RoundToEven(Coord(i).Left - 45));
     Coord(i + 8).Tag = std::to_string(RoundToEven(Coord(i + 8).Top - 45));
@@ -29,7 +32,6 @@ void Coordinates::Collapse() {
 
 void Coordinates::Toggle() {
   CoordsShown = !CoordsShown;
-  for (CommandButton& label : Coord) label.TabStop = CoordsShown;
   frmCoords.made = [this](FrmCoords& slide) { slide.labels = this; };
   frmCoords->Show();
   cmdShowCoord.ToolTipText = std::string(CoordsShown ? "Hide" : "Show") + " co-ordinates";

@@ -60,6 +60,7 @@ class Application::Impl {
   Impl(int& argc, char** argv) : app_(argc, argv) {
     app_.installEventFilter(&gate_);
     screen_reader = {Announce, TellNameLater};
+    LeadIntoPopupMenus();
     for (const auto interfaces : {SpokenControl, SpokenWindow, SpokenAnnouncement}) {
       QAccessible::installFactory(interfaces);
     }

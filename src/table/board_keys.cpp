@@ -50,8 +50,16 @@ bool FrmChess::squ_KeyDown(int Index, Key key, int Shift) {
     return true;
   }
   const std::optional<int> next = SquareFrom(Index, key, Shift);
+  if (next == Cursor) TellEdge();
   if (next) MoveCursor(*next);
   return next.has_value();
+}
+
+// Once, however long the key is held.
+void FrmChess::TellEdge() {
+  const auto now = std::chrono::steady_clock::now();
+  if (now - edge_met_ > std::chrono::seconds(1)) Announce("Edge of the board");
+  edge_met_ = now;
 }
 
 void FrmChess::MoveCursor(int Index) {
@@ -71,7 +79,6 @@ void FrmChess::TakeUp(int Index) {
 
 void FrmChess::DropCarried(int Index) {
   if (Val(squ(Index).Tag) != 0) return Announce(SquareName(Index) + " is not empty");
-  Announce("Dropped");
   const PictureBox& source = squ(*Carried);
   Carry({});
   squ_DragDrop(Index, source);

@@ -63,14 +63,14 @@ bool FrmChess::txtIn_KeyDown(Key key, int Shift) {
 
 void FrmChess::LeafThroughLog(int pages) {
   txtOut.ScrollPages(pages);
-  Announce(txtOut.ShownText());
+  const std::string shown = txtOut.ShownText();
+  Announce(shown.empty() ? "The chat log is empty" : shown);
 }
 
 void FrmChess::RecallLine(std::size_t which) {
   if (recalled_ == said_.size()) unsaid_ = txtIn.Text;
   recalled_ = which;
   txtIn.Text = which == said_.size() ? unsaid_ : said_[which];
-  Announce(txtIn.Text().empty() ? "Empty line" : txtIn.Text());
 }
 
 void FrmChess::cmdDefault_Click() {
@@ -85,6 +85,7 @@ void FrmChess::txtOut_GotFocus() {
 
 void FrmChess::SendCanned(const CannedWord& canned) {
   Transmit(canned.word, kWords);
+  Announce("Sent: " + canned.TextFrom(Nick));
   txtIn.SetFocus();
   if (canned.sound_here != kNoSound) PlayResourceSound(canned.sound_here);
 }

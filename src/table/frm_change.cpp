@@ -49,7 +49,12 @@ FrmChange::FrmChange()
   for (OptionButton& piece : rdo) order.push_back(&piece);
   for (OptionButton& color : clr) order.push_back(&color);
   TabOrder(order);
-  for (OptionButton& piece : rdo) piece.JoinGroup(piece.Index < kChecker ? Frame1 : Frame2);
+  for (OptionButton& piece : rdo) {
+    piece.JoinGroup(piece.Index < kChecker ? Frame1 : Frame2);
+    piece.Click = [this] { cmdOk.SpokenMayChange(); };
+  }
+  for (OptionButton& color : clr) color.Click = [this] { cmdOk.SpokenMayChange(); };
+  cmdOk.Spoken = [this] { return "OK, to " + ColorWord(ChosenColor()) + PieceWord(ChosenPiece()); };
   DefaultButton(cmdOk);
   CancelButton(cmdCancel);
   ARFormExtender1.ontop = true;
@@ -78,10 +83,16 @@ void FrmChange::SelectPiece(int piece) {
   if (piece >= rdo.LBound() && piece <= rdo.UBound()) rdo(piece).Value = true;
 }
 
-void FrmChange::cmdOK_Click() {
+int FrmChange::ChosenPiece() {
   const auto* const chosen = std::find_if(rdo.begin(), rdo.end(), [](const OptionButton& o) { return o.Value(); });
-  const int piece = chosen == rdo.end() ? kNothing : chosen->Index;
-  const Color color = clr(0).Value() ? kBlack : kWhite;
+  return chosen == rdo.end() ? kNothing : chosen->Index;
+}
+
+Color FrmChange::ChosenColor() const { return clr(0).Value() ? kBlack : kWhite; }
+
+void FrmChange::cmdOK_Click() {
+  const int piece = ChosenPiece();
+  const Color color = ChosenColor();
   frmChess->Enabled = true;
   frmChess->PutPiece(Index, piece, color);
   frmChess->SetFocus();

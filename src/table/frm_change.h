@@ -24,6 +24,8 @@ class FrmChange : public Form {
 
  private:
   void SelectPiece(int piece);
+  int ChosenPiece();  ///< its code; 0 for none
+  Color ChosenColor() const;
   void cmdOK_Click();
   void cmdTrash_Click();
   void cmdCancel_Click();

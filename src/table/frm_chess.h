@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <optional>
 #include <string>
 #include <vector>
@@ -84,6 +85,7 @@ class FrmChess : public GameWindow {
   void squ_DragOver(int Index, const Control& Source, DragState State);
   void squ_DragDrop(int Index, const Control& Source);
   bool squ_KeyDown(int Index, Key key, int Shift);
+  void TellEdge();
   void MoveCursor(int Index);
   void TakeUp(int Index);
   void DropCarried(int Index);
@@ -109,9 +111,10 @@ class FrmChess : public GameWindow {
 
   void onesec_Timer();
 
-  std::vector<std::string> said_;  ///< chat lines of this user, oldest first
-  std::size_t recalled_ = 0;       ///< which of them stands in the chat line; their count where it is a new line
-  std::string unsaid_;             ///< the new line, while an old one stands in the chat line
+  std::chrono::steady_clock::time_point edge_met_;  ///< by the cursor, last time
+  std::vector<std::string> said_;                   ///< chat lines of this user, oldest first
+  std::size_t recalled_ = 0;  ///< which of them stands in the chat line; their count where it is a new line
+  std::string unsaid_;        ///< the new line, while an old one stands in the chat line
 };
 
 inline Window<FrmChess> frmChess;

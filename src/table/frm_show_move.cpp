@@ -1,4 +1,6 @@
 #include "table/frm_show_move.h"
+
+#include "platform/accessibility/announce.h"
 #include "table/frm_chess.h"
 
 namespace morva {
@@ -40,6 +42,7 @@ void FrmShowMove::hundredth_Timer() {
 
 // The disc's middle stands on the middle of a square, whatever frame the window manager draws.
 void FrmChess::Slide() {
+  Announce(i1 == i2 ? "No move yet" : SquareName(i1) + " - " + SquareName(i2) + ", " + SquareWords(i2));
   frmShowMove->BackColor = squ(i2).ForeColor;
   const double left = Left() + ClientLeft() + kHalfSquare - frmShowMove->ScaleWidth() / 2;
   const double top = Top() + ClientTop() + kHalfSquare - frmShowMove->ScaleHeight() / 2;

@@ -6,12 +6,14 @@
 namespace morva {
 
 void FrmChess::mnuNewChess_Click() {
+  who = Nick;
   NewChess();
   Transmit("new", kBoard);
   txtIn.SetFocus();
 }
 
 void FrmChess::mnuNewCheckers_Click() {
+  who = Nick;
   NewCheckers();
   Transmit("newc", kBoard);
   txtIn.SetFocus();
@@ -21,7 +23,7 @@ void FrmChess::mnuClear_Click() {
   PlayResourceSound(kBoardSound);
   Transmit("clear", kBoard);
   ClearBoard();
-  Announce("Board cleared");
+  Announce(Nick + ": board cleared");
 }
 
 }  // namespace morva

@@ -14,18 +14,23 @@ PYTHON = "/usr/bin/python3"  # Debian's own has its accessibility interface
 SAID = [
     ("0hello <b>there</b>", "Bob: hello <b>there</b>"), ("me", "Bob's turn"), ("you", "Your turn"),
     ("11228", "Bob: E2 - E4 (black pawn)"), ("38", "Bob: trashed A2 (black pawn)"),
-    ("40860", "Bob: A2 (nothing to black queen)"), ("1newc", "New game of checkers"), ("1clear", "Board cleared"),
-    ("1__" + 64 * "d", "New board from Bob"), ("1new", "New game of chess"),
+    ("40860", "Bob: A2 (nothing to black queen)"), ("1newc", "Bob: new game of checkers"),
+    ("1clear", "Bob: board cleared"), ("1__" + 64 * "d", "New board from Bob"), ("1new", "Bob: new game of chess"),
+    ("10857", "Bob: A2 - B8 (black pawn). B8, black queen"),
 ]
 # What Ann presses, what goes to the other side, and what she hears. The keys begin and end in the chat line.
 PRESSED = [
-    ("F6 Right", "", "focus A1, black castle", "focus B1, black knight"), ("space", "", "says black knight taken up"),
+    ("ctrl+c", "0check", "says Sent: Check!"), ("ctrl+plus", "", "says 125 per cent"), ("ctrl+0", "", "says 100 per cent"),
+    ("Menu", "", "says Nothing to choose"), ("Escape", "", "focus Chat"),
+    ("F6", "", "focus A1, black castle"), ("Up", "", "says Edge of the board"),
+    ("Right", "", "focus B1, black knight"), ("space", "", "says black knight taken up"),
     ("Down space", "", "focus B2, black pawn", "says B2 is not empty"), ("Escape", "", "says black knight put back"),
     ("Up space", "", "focus B1, black knight", "says black knight taken up"),
     ("Down Down", "", "focus B2, black pawn", "focus B3, empty"),
-    ("space", "10117", "focus Chat", "says Dropped. Ann: B1 - B3 (black knight). Bob's turn"),
+    ("space", "10117", "focus Chat", "says Ann: B1 - B3 (black knight). Bob's turn"),
     ("shift+F6 Tab", "", "focus Ann, white", "focus Bob, black, to move"),
-    ("shift+Tab space", "me", "focus Ann, white", "says Your turn"), ("F6", "", "focus Chat"),
+    ("shift+Tab space", "me", "focus Ann, white", "says Your turn"), ("Menu", "", "focus Always on top"),
+    ("Escape", "", "focus Ann, white, to move"), ("F6", "", "focus Chat"),
     ("ctrl+t", "you", "says Bob's turn"),
     ("o k F6 Return", "0ok", "focus B3, black knight", "focus Chat"),
 ]
@@ -99,6 +104,10 @@ def as_host():
         ann.dialog_on_the_square("Menu")
         ann.keys("Tab", "Tab", "Tab", "Up", "Tab", "Down", "Return")
         line.hears("417316777215")
+        ann.gone(CHANGE_DIALOG)
+        ann.listens()
+        ann.keys("ctrl+s")
+        awaited(lambda: "says B1 - B3, B3, white bishop\n" in notes.read_text(), "the last move is told")
 
 
 def is_pointed_at(ann, line, message):

@@ -33,7 +33,7 @@ class Hearing : public GameTest {
 
 TEST_F(Hearing, TheTreeHoldsWhatIsSeen) {
   frmSplash->Show();
-  EXPECT_NE(Find(Of(*frmSplash), Role::Window, "Morva"), nullptr);
+  EXPECT_NE(Find(Of(*frmSplash), Role::Window, "Morva, press a key to go on"), nullptr);
   Unload(frmSplash);
   for (const char* name : {"Nick", "Host"}) EXPECT_NE(Find(Of(*frmWelcome), Role::EditableText, name), nullptr) << name;
   Go("host");
@@ -58,10 +58,12 @@ TEST_F(Hearing, ToolsActThroughTheSameGateAsTheUser) {
   Do(Find(Of(*frmChess), Role::ListItem, "D1, black queen"), QAccessibleActionInterface::showMenuAction());
   ASSERT_TRUE(frmChange.Loaded());
   EXPECT_EQ(Of(*frmChange)->text(QAccessible::Name), "Change D1, black queen");
+  EXPECT_NE(Find(Of(*frmChange), Role::Button, "OK, to black queen"), nullptr);
   QAccessibleInterface* king = Find(Find(Of(*frmChange), Role::Grouping, "Chess"), Role::RadioButton, "King");
   EXPECT_FALSE(king->state().checked);
   Do(king);
   EXPECT_TRUE(frmChange->rdo(5).Value() && king->state().checked);
+  EXPECT_NE(Find(Of(*frmChange), Role::Button, "OK, to black king"), nullptr);
   Do(labels);
   line->setText(QAccessible::Value, "Mine");
   EXPECT_TRUE(frmChess->coordinates.CoordsShown && frmChess->txtIn.Text() == "Your turn")

@@ -52,7 +52,12 @@ class NodeInterface : public QAccessibleObject {
     return in_window ? QRect(above->rect().topLeft() - QPoint(1, 1), QSize(1, 1)) : above->rect();
   }
   QAccessible::Role role() const override { return node_.role; }
-  QAccessible::State state() const override { return {}; }
+  // Tools read the words with the notification, and must not find them again among what the window shows.
+  QAccessible::State state() const override {
+    QAccessible::State state;
+    state.invisible = node_.role == QAccessible::StaticText ? 1 : 0;
+    return state;
+  }
   QWindow* window() const override { return parent()->window(); }
 
  private:
@@ -81,10 +86,11 @@ void Notify(NativeWindow& window, const QString& words) {
   Tell(notification, QAccessible::ObjectShow);
 }
 
-// The window that the user works in, and where that is another program's or a box, our main one.
+// Our main window, and before there is one that which the user works in: with what is announced in a dialog Orca says
+// the dialog's name.
 NativeWindow* Announcing() {
-  NativeWindow* active = NativeWindow::Of(QApplication::activeWindow());
-  return active != nullptr ? active : Stacking::Main();
+  NativeWindow* main = Stacking::Main();
+  return main != nullptr ? main : NativeWindow::Of(QApplication::activeWindow());
 }
 
 class Announcer : public QObject {

@@ -1,7 +1,11 @@
 #include "platform/accessibility/spoken_window.h"
 
+#include <QApplication>
 #include <QMenuBar>
+#include <QTimer>
+#include <algorithm>
 
+#include "platform/accessibility/announce.h"
 #include "platform/accessibility/announce_native.h"
 #include "platform/accessibility/spoken_controls.h"
 #include "platform/window/native_window.h"
@@ -51,7 +55,44 @@ class WindowInterface : public SpokenContainer {
   NativeWindow& window_;
 };
 
+constexpr int kSettlingMs = 150;  // a screen reader speaks of the window below first
+
+// The menus that open from no other menu. Qt tells nothing of what has the focus when they come and when they go.
+class PopupMenus : public QObject {
+ public:
+  using QObject::QObject;
+
+  bool eventFilter(QObject* object, QEvent* event) override {
+    if (event->type() != QEvent::Show && event->type() != QEvent::Hide) return false;
+    auto* menu = QAccessible::isActive() ? qobject_cast<QMenu*>(object) : nullptr;
+    if (menu == nullptr || !menu->menuAction()->associatedObjects().isEmpty()) return false;
+    if (event->type() == QEvent::Show) {
+      QTimer::singleShot(kSettlingMs, menu, [menu] { LeadInto(*menu); });
+    } else {
+      QTimer::singleShot(kSettlingMs, this, [] { TellFocus(); });
+    }
+    return false;
+  }
+
+ private:
+  static void LeadInto(QMenu& menu) {
+    const QList<QAction*> items = menu.actions();
+    const auto first = std::find_if(items.begin(), items.end(),
+                                    [](const QAction* item) { return item->isEnabled() && !item->isSeparator(); });
+    if (first == items.end()) return Announce("Nothing to choose");
+    if (menu.activeAction() == nullptr) menu.setActiveAction(*first);
+  }
+
+  static void TellFocus() {
+    if (QApplication::focusWidget() == nullptr) return;
+    QAccessibleEvent focus(QApplication::focusWidget(), QAccessible::Focus);
+    QAccessible::updateAccessibility(&focus);
+  }
+};
+
 }  // namespace
+
+void LeadIntoPopupMenus() { qApp->installEventFilter(new PopupMenus(qApp)); }
 
 QAccessibleInterface* SpokenWindow(const QString& /*kind*/, QObject* object) {
   auto* widget = qobject_cast<QWidget*>(object);

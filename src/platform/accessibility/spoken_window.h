@@ -11,4 +11,8 @@ namespace morva {
 /// QAccessible::installFactory.
 QAccessibleInterface* SpokenWindow(const QString& kind, QObject* object);
 
+/// Where a screen reader listens, has each popup menu open on its first item, and the focus told again once it is
+/// closed.
+void LeadIntoPopupMenus();
+
 }  // namespace morva

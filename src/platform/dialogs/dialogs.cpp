@@ -60,6 +60,7 @@ void SetUp(QMessageBox& box, const std::string& text, const std::string& title) 
   const QString whole = QtText(text);
   box.setText(whole.size() <= kLongestText ? whole : whole.left(kLongestText) + "…");
   box.setWindowTitle(QtText(title));
+  box.setAccessibleName(box.text());  // which stands on a Braille line beside the button
   box.setStandardButtons(QMessageBox::Ok);
   box.setWindowFlag(Qt::WindowStaysOnTopHint);
   // Wide enough for its title.

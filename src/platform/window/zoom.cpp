@@ -8,10 +8,13 @@
 #include <QWindow>
 #include <algorithm>
 #include <array>
+#include <cmath>
+#include <string>
 #include <utility>
 #include <vector>
 
 #include "platform/controls/control.h"
+#include "platform/controls/screen_reader.h"
 #include "platform/drawing/fonts.h"
 #include "platform/drawing/pixels.h"
 #include "platform/window/drag.h"
@@ -174,6 +177,7 @@ void Choose(double step) {
   is_first_step = false;
   const auto flies = [](const Stacking* window) { return window->Window().Style().round; };
   if (std::none_of(Stacking::All().begin(), Stacking::All().end(), flies)) Resize(step);
+  screen_reader.Say(std::to_string(std::lround(100 * size_factor)) + " per cent");
 }
 
 void Step(int direction) {
