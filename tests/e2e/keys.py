@@ -107,7 +107,7 @@ def as_host():
         ann.gone(CHANGE_DIALOG)
         ann.listens()
         ann.keys("ctrl+s")
-        awaited(lambda: "says B1 - B3, B3, white bishop\n" in notes.read_text(), "the last move is told")
+        awaited(lambda: "B1 - B3, B3, white bishop\n" in notes.read_text(), "the last move is told")
 
 
 def is_pointed_at(ann, line, message):
