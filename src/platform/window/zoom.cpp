@@ -36,17 +36,13 @@ double tool_width = 0;
 // Until the user chooses a step, or the frame is known, the first one is still to be found.
 bool is_first_step = false;
 
-// The window that stays where it is: the main one, which has a menu; before there is one any that is seen.
+// The window that stays where it is: the main one; before there is one any that is seen.
 const Stacking* Anchor() {
-  const Stacking* anchor = nullptr;
-  const auto rank = [](const NativeWindow& window) {
-    return window.HasMenu() ? 2 : window.windowType() == Qt::Window ? 1 : 0;
-  };
-  for (const Stacking* window : Stacking::All()) {
-    if (!window->Window().isVisible() || !window->Window().isWindow()) continue;
-    if (anchor == nullptr || rank(window->Window()) > rank(anchor->Window())) anchor = window;
-  }
-  return anchor;
+  const auto& all = Stacking::All();
+  const auto first = std::find_if(all.begin(), all.end(), [](const Stacking* window) {
+    return window->Window().isVisible() && window->Window().isWindow();
+  });
+  return first == all.end() ? nullptr : *first;
 }
 
 // Measures by another zoom for as long as it lives.
@@ -94,35 +90,6 @@ double LargestStep() {
 
 double FirstStep(QSize frame) { return Fits(1, frame, false) ? 1 : kSteps.front(); }
 
-// The client area's corner within the frame.
-QPoint ClientPlace(const Stacking& window) { return window.Place().WithinFrame() + window.Window().Client().pos(); }
-
-// Where the corner of another window goes, from the anchor's: one that stands over the anchor keeps its place on the
-// client area, one at its right keeps to the frame, which does not grow.
-class Places {
- public:
-  explicit Places(const Stacking& anchor)
-      : anchor_(anchor),
-        frame_(anchor.Place().Corner(), anchor.Place().OuterSize()),
-        client_(anchor.Place().Corner() + ClientPlace(anchor)),
-        factor_(size_factor) {}
-
-  QPoint Moved(QPoint corner) const {
-    const double ratio = size_factor / factor_;
-    if (corner.x() >= frame_.right()) {
-      const QPoint beside(frame_.right() + 1, frame_.top());
-      return QPoint(anchor_.Place().OuterSize().width(), 0) + (corner - beside) * ratio;
-    }
-    return ClientPlace(anchor_) + (corner - client_) * ratio;
-  }
-
- private:
-  const Stacking& anchor_;
-  QRect frame_;
-  QPoint client_;
-  double factor_;
-};
-
 // Has every control and window apply the zoom.
 void Rescale(double factor) {
   size_factor = factor;
@@ -136,11 +103,16 @@ void Rescale(double factor) {
   for (const Stacking* window : Stacking::All()) window->Window().Rescale();
 }
 
+QPoint ClientCorner(const Stacking& window) {
+  return window.Place().Corner() + window.Place().WithinFrame() + window.Window().Client().pos();
+}
+
 void Resize(double factor) {
   const Stacking* anchor = Anchor();
   if (factor == size_factor || anchor == nullptr) return;
-  const Places places(*anchor);
-  const QSize old_size = anchor->Place().OuterSize();
+  const double ratio = factor / size_factor;
+  const QRect frame(anchor->Place().Corner(), anchor->Place().OuterSize());
+  const QPoint client = ClientCorner(*anchor);
   QPoint corner = anchor->Place().AskedCorner();
   std::vector<std::pair<const Stacking*, QPoint>> others;  // and where each of them stood
   for (const Stacking* window : Stacking::All()) {
@@ -149,24 +121,30 @@ void Resize(double factor) {
   }
 
   Rescale(factor);
+  const QSize size = anchor->Place().OuterSize();
+  // From the anchor's corner to another window's: one that stands over the anchor keeps its place on the client area,
+  // one at its right keeps to the frame, which does not grow.
+  const QPoint inside = ClientCorner(*anchor) - anchor->Place().Corner();
+  const auto moved = [&](QPoint before) -> QPoint {
+    if (before.x() < frame.right()) return inside + (before - client) * ratio;
+    return QPoint(size.width(), 0) + (before - frame.topRight() - QPoint(1, 0)) * ratio;
+  };
   // One window alone stands in the middle of the screen, and stays there.
-  const QSize grown = (anchor->Place().OuterSize() - old_size) / 2;
   const bool alone =
       std::none_of(others.begin(), others.end(), [](const auto& other) { return other.first->Window().isVisible(); });
-  if (alone) corner -= QPoint(grown.width(), grown.height());
+  if (alone) corner += QRect({}, frame.size()).center() - QRect({}, size).center();
   // It makes room for its tool window.
-  QRect all(corner, anchor->Place().OuterSize());
+  QRect all(corner, size);
   for (const auto& [window, before] : others) {
     const bool beside = window->Window().isVisible() && window->Window().windowType() == Qt::Tool;
     if (!beside || window->Window().screen() != anchor->Window().screen()) continue;
-    all |= QRect(corner + places.Moved(before), window->Place().OuterSize());
+    all |= QRect(corner + moved(before), window->Place().OuterSize());
   }
   anchor->Place().MoveTo(corner, all);
-  const QRect screens = anchor->Window().screen()->virtualGeometry();
+  const QPoint first = anchor->Window().screen()->virtualGeometry().topLeft();
   for (const auto& [window, before] : others) {
-    QPoint after = anchor->Place().Corner() + places.Moved(before);
-    if (window->Window().isVisible()) after = {std::max(after.x(), screens.left()), std::max(after.y(), screens.top())};
-    window->Place().MoveTo(after);
+    const QPoint after = anchor->Place().Corner() + moved(before);
+    window->Place().MoveTo({std::max(after.x(), first.x()), std::max(after.y(), first.y())});
   }
   for (const Stacking* window : Stacking::All()) window->Place().KeepWithinOwner();
   Drag::GoOnAtNewSize();
