@@ -44,13 +44,13 @@ morva.txt in the folder where Morva is started is shown in place of its manual.
 
 int CodeAfter(int output_result) { return output_result < 0 ? EXIT_FAILURE : EXIT_SUCCESS; }
 
-// The exit code, where the words behind the program's name ask for something else than a game.
-std::optional<int> Answer(std::span<char*> words) {
-  if (words.empty()) return std::nullopt;
-  const std::string_view word = words.front();
+// The exit code, if the arguments ask for something else than a game.
+std::optional<int> Answer(std::span<char*> arguments) {
+  if (arguments.empty()) return std::nullopt;
+  const std::string_view word = arguments.front();
   if (word == "--help") return CodeAfter(std::fputs(kHelp, stdout));
   if (word == "--version") return CodeAfter(std::printf("morva %s\n", App::Version().c_str()));
-  std::fprintf(stderr, "morva: unknown word '%s'; 'morva --help' tells which there are\n", words.front());
+  std::fprintf(stderr, "morva: unknown word '%s'; 'morva --help' tells which there are\n", arguments.front());
   return 2;
 }
 

@@ -10,7 +10,7 @@
 namespace morva {
 
 /// The main window as the board: the squares are the only record of the game, and this layer moves what stands on them.
-/// It knows no rule. A square index is 0 to 63; another one throws std::out_of_range, so callers look at what arrives.
+/// It knows no rule. A square index is 0 to 63; another one throws std::out_of_range, so callers check received ones.
 class Board : public SquarePainter {
  public:
   using SquarePainter::SquarePainter;
@@ -20,23 +20,23 @@ class Board : public SquarePainter {
   int OldPiece = 0;          ///< what stood on a square before a change: 0 nothing, 1 to 8 black, 11 to 18 white
   std::string Nick, OpNick;  ///< this player and the other one
 
-  /// Carries what stands on one square to another, over what stood there, adds the history line and turns a pawn into a
-  /// queen or a checker into a king checker on its far row. A move of nothing empties the to square and adds no line.
+  /// Moves a piece to another square, in place of what stood there, adds the history line and turns a pawn into a queen
+  /// or a checker into a king checker on its far row. A move of nothing empties the target and adds no line.
   void DoMove(int from, int too);
 
-  /// The history line of the move that DoMove has just made; none where nothing moved.
+  /// Adds the history line of the move that DoMove has just made; none if nothing moved.
   void AddToHist();
-  /// The history line of a change of the square, after it; OldPiece tells what stood there.
+  /// Adds the history line of a change, after it; OldPiece tells what stood on the square.
   void ChangeToHist(int Index);
-  /// The history line of a trash; OldPiece tells what stood on the square, which can be empty by now.
+  /// Adds the history line of a trash; OldPiece tells what stood on the square, which can be empty by now.
   void TrashToHist(int Index);
   /// Sets OldPiece to what stands on the square.
   void SetOldPiece(int Index);
 
   /// Puts a piece on the square, in place of what stood there, and paints it. Code 0 clears the square and leaves its
-  /// colour; a code that names no piece is noted in the Tag, and the picture stays.
+  /// colour; an invalid code is stored in the Tag, and the picture stays.
   void PutPiece(int Index, int code, Color color);
-  /// Takes what stands on the square away. Its colour stays.
+  /// Removes the piece. The colour of the square stays.
   void EmptySquare(int Index);
 
   /// "pawn", of what stands on the square; empty for nothing.
@@ -50,7 +50,7 @@ class Board : public SquarePainter {
 
   /// Paints the chess start position and leaves the other squares as they are.
   void PaintChess();
-  /// Empties the board and puts up the pieces. The colours left on empty squares stay.
+  /// Empties the board and sets up the pieces. The colours left on empty squares stay.
   void SetUpChess();
   void SetUpCheckers();
   /// Places four checkers, on every second square from i on. flag is 0 for black, 1 for white.
@@ -61,11 +61,11 @@ class Board : public SquarePainter {
   /// The whole board in 64 letters, one a square in index order, "d" to "w". A square with a code that has no letter
   /// is written as nothing.
   std::string BoardLine() const;
-  /// Puts on square i what the letter stands for. A byte that stands for nothing known leaves a code without a piece
-  /// in the Tag, and the picture as it was.
+  /// Puts on square i what the letter stands for. An unknown byte leaves an invalid code in the Tag and the picture
+  /// unchanged.
   void ReadLetter(int i, unsigned char letter);
 
-  /// Adds a line to the history and stores data with it; the window above says where.
+  /// Adds a line to the history and stores data with it. The window above implements it.
   virtual void AddHistoryLine(const std::string& text, std::int32_t data) = 0;
 
  private:

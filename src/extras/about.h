@@ -4,7 +4,7 @@
 
 namespace morva {
 
-/// Gives the menu item of the main window that opens the About box its handler.
+/// Connects the menu item that opens the About box.
 void ConnectHelpMenu(FrmChess& window);
 
 }  // namespace morva

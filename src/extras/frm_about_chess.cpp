@@ -14,7 +14,7 @@ constexpr char kThanks[] =
     "Thanks to everybody who has ever set up a board for two and left a chair free.\n\n"
     "Thanks to all who tried it, to all who lent an ear to its sounds, and to you, for the next game.";
 
-// It begins with a blank, because the program's name stands before it.
+// The program's name stands before it, hence the leading blank.
 constexpr char kLegalNotice[] =
     " is free software under the MIT licence. It comes as it is, without any warranty. Whoever loses a game by it has "
     "lost that game fairly.";

@@ -4,9 +4,8 @@
 
 namespace morva {
 
-/// Gives the menu items of the main window that have to do with files their handlers, which are the routines below.
-/// None of them shows a failure, which only a screen reader tells: where a file can't be read or written, nothing
-/// more happens.
+/// Connects the file items of the main window's menu to the routines below. None of them shows a failure, which only a
+/// screen reader tells: where a file can't be read or written, nothing more happens.
 void ConnectFileMenus(FrmChess& window);
 
 /// Asks for a name and writes the board there, as it is once the name is given: a file of one line of 64 letters.

@@ -17,10 +17,10 @@ namespace morva {
 namespace {
 
 constexpr char kFileName[] = "morva.txt";
-constexpr std::size_t kMostBytes = std::size_t{16} << 20;
+constexpr std::size_t kMaxBytes = std::size_t{16} << 20;
 constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 
-// Of all control characters only the tab belongs into a line.
+// The tab is the only control character that stays in a line.
 void AppendLine(std::string& text, std::string_view line) {
   if (line.ends_with('\r')) line.remove_suffix(1);
   for (std::size_t tab = line.find('\t'); tab != std::string_view::npos; tab = line.find('\t')) {
@@ -68,7 +68,7 @@ void UseDataFolder() {
   }
 }
 
-void FrmInstructions::Form_Load() { textbox.Text = TextOfFile(ReadFile(kFileName, kMostBytes).value_or("")); }
+void FrmInstructions::Form_Load() { textbox.Text = TextOfFile(ReadFile(kFileName, kMaxBytes).value_or("")); }
 
 void FrmInstructions::Form_Resize() {
   textbox.Width = ScaleWidth();

@@ -44,7 +44,7 @@ void mnuOpenGame_Click(FrmChess& window) {
 }
 
 void OpenGame(FrmChess& window, const std::string& name) {
-  // The other side drops a message that is longer.
+  // The other side drops a longer message.
   const auto file = ReadFile(name, MessageReader::kMaxMessage - kBoardHead.size());
   if (!file) return Announce("The game could not be opened");
   const std::string_view line = FirstLine(*file);

@@ -8,16 +8,16 @@ namespace morva {
 
 namespace {
 
-// A peer that sends at full speed must leave the window time for its user: more than this has to wait for a turn of the
+// A peer that floods the connection must not starve the user interface: further events wait for the next turn of the
 // event loop.
-constexpr int kEventsAtOnce = 64;
+constexpr int kMaxEventsAtOnce = 64;
 
-// The lines that are closed here and still have something to say. The end of the program waits for them, also where its
-// static objects stay.
-std::vector<std::shared_ptr<Line>>& Leaving() {
-  static std::vector<std::shared_ptr<Line>> lines;
-  [[maybe_unused]] static const int registered = std::at_quick_exit([] { Leaving().clear(); });
-  return lines;
+// Connections that this side has closed but that still have data to send. The program waits for them before it exits,
+// also by quick_exit, which runs no destructors.
+std::vector<std::shared_ptr<ConnectionThread>>& Closing() {
+  static std::vector<std::shared_ptr<ConnectionThread>> threads;
+  [[maybe_unused]] static const int registered = std::at_quick_exit([] { Closing().clear(); });
+  return threads;
 }
 
 }  // namespace
@@ -49,39 +49,39 @@ void Connection::Accept(int requestID) {
 }
 
 void Connection::Open(std::unique_ptr<TcpStream> stream) {
-  line_ = std::make_shared<Line>(std::move(stream));
-  line_->News = [this] { HandOut(); };
-  line_->Start();
+  thread_ = std::make_shared<ConnectionThread>(std::move(stream));
+  thread_->News = [this] { HandOut(); };
+  thread_->Start();
 }
 
 void Connection::Close() {
   socket_.Close();
   rest_.Interval = 0;
-  if (!line_) return;
-  line_->Finish();
-  std::erase_if(Leaving(), [](const auto& line) { return line->Over(); });
-  Leaving().push_back(std::exchange(line_, nullptr));
+  if (!thread_) return;
+  thread_->Finish();
+  std::erase_if(Closing(), [](const auto& thread) { return thread->Over(); });
+  Closing().push_back(std::exchange(thread_, nullptr));
 }
 
 void Connection::SendData(std::string message) {
-  if (line_) line_->Send(std::move(message));
+  if (thread_) thread_->Send(std::move(message));
 }
 
 void Connection::HandOut() {
-  const auto line = line_;
-  for (int left = kEventsAtOnce; left > 0 && line && line->News; --left) {
-    const auto event = line->Take();
-    // What comes behind an event must not wait for the box that it opens.
+  const auto thread = thread_;
+  for (int left = kMaxEventsAtOnce; left > 0 && thread && thread->News; --left) {
+    const auto event = thread->Take();
+    // An event can open a message box and block here; the timer then hands out the later ones.
     rest_.Interval = event ? 1 : 0;
     if (!event) return;
     switch (event->kind) {
-      case Line::Event::Kind::kFirstBytes:
+      case ConnectionThread::Event::Kind::kFirstBytes:
         DataArrival();
         break;
-      case Line::Event::Kind::kMessage:
+      case ConnectionThread::Event::Kind::kMessage:
         Message(event->message);
         break;
-      case Line::Event::Kind::kEnd:
+      case ConnectionThread::Event::Kind::kEnd:
         Closed();
         break;
     }

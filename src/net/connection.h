@@ -4,15 +4,15 @@
 #include <memory>
 #include <string>
 
-#include "net/line.h"
+#include "net/connection_thread.h"
 #include "platform/system/local_address.h"
 #include "platform/system/socket.h"
 #include "platform/system/timer.h"
 
 namespace morva {
 
-/// The one connection of a program run, as messages: it sends each far enough from the others to be told apart, and
-/// takes what arrives to pieces. All events come from the event loop, also while a message box is open.
+/// The program's one connection, as a stream of messages: it spaces those that it sends, so that the receiver can tell
+/// them apart, and splits the bytes that arrive. All events come from the event loop, also while a message box is open.
 class Connection {
  public:
   Connection();
@@ -26,16 +26,16 @@ class Connection {
   std::function<void()> Connected;
   std::function<void()> DataArrival;                        ///< the first bytes have arrived; their messages follow
   std::function<void(const std::string& message)> Message;  ///< one whole message, as bytes
-  std::function<void()> Closed;                             ///< the other side is gone; never for one's own Close
+  std::function<void()> Closed;  ///< the other side has closed; not called after one's own Close
 
   std::string LocalIP() const { return LocalAddress(); }
   bool Listen();
   void Connect();
   void Accept(int requestID);
-  /// Ends the listening or the connection, at once. What was handed to SendData still goes out, and the end of the
-  /// program waits for that, as long as the other side takes it.
+  /// Closes the connection, or stops listening, at once. Data handed to SendData is still sent, and the program waits
+  /// for that before it exits, as long as the other side accepts it.
   void Close();
-  /// Hands over one message, as bytes, to be sent in its turn. Without a connection nothing happens.
+  /// Queues one message, as bytes. Does nothing without a connection.
   void SendData(std::string message);
 
  private:
@@ -43,8 +43,8 @@ class Connection {
   void HandOut();
 
   Socket socket_;
-  std::shared_ptr<Line> line_;
-  Timer rest_;  ///< hands out what is left
+  std::shared_ptr<ConnectionThread> thread_;
+  Timer rest_;  ///< hands out remaining events
 };
 
 }  // namespace morva

@@ -81,7 +81,8 @@ void FrmControl::tcp_Close() { game_window().Disconnect(); }
 
 void FrmControl::cmdCancel_Click() { End(); }
 
-// Out of sight, but loaded: the connection lives here. Enabled also tells whether the first exchange is done.
+// Moves the window off the screen but keeps it loaded, because it owns the connection. Enabled also records whether the
+// first exchange is done.
 void FrmControl::Withdraw() {
   Enabled = false;
   Top = -10000;

@@ -11,7 +11,7 @@
 namespace morva {
 
 /// The small status window that owns the connection: it listens or connects, shows the main window when the other side
-/// is there, and stays loaded, out of sight, for as long as the game lasts.
+/// is there, and stays loaded, off the screen, for as long as the game lasts.
 class FrmControl : public Form {
  public:
   FrmControl();

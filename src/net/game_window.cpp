@@ -9,11 +9,10 @@
 
 namespace morva {
 
-// A box stays until the user answers it, and messages go on arriving: the same text is not put over itself, and there
-// is an end to the pile.
+// Messages keep arriving while a box is open: equal texts share one box, and the number of boxes is limited.
 void GameWindow::ShowMessage(const std::string& text) {
-  constexpr std::size_t kMostBoxes = 8;
-  if (shown_messages_.size() == kMostBoxes || !shown_messages_.insert(text).second) return;
+  constexpr std::size_t kMaxBoxes = 8;
+  if (shown_messages_.size() == kMaxBoxes || !shown_messages_.insert(text).second) return;
   ShowNotice(
       text, "Message", [this] { return !Enabled(); }, [this, text] { shown_messages_.erase(text); });
 }

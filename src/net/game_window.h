@@ -9,19 +9,20 @@
 
 namespace morva {
 
-/// The main window as one end of the connection: the other side's actions enter the game here. What it needs of the
-/// table it declares, and the window above supplies it.
+/// The main window as one end of the connection: the other side's actions enter the game here. The window above
+/// implements what this layer needs of the table.
 class GameWindow : public Board {
  public:
   using Board::Board;
 
-  /// Sorts one whole message, as bytes and not empty: "me" and "you" set the turn, what has a type goes to Receive.
+  /// Sorts one complete message, as bytes and not empty: "me" and "you" set the turn, a typed message goes to Receive.
   void Dispatch(const std::string& message);
-  /// Repeats one of the other side's actions: the payload of a typed message, as bytes. What names no square of the
-  /// board, and what is too short for its type, has no effect.
+  /// Repeats one of the other side's actions: the payload of a typed message, as bytes. A message that names no square,
+  /// or is too short for its type, has no effect.
   void Receive(const std::string& Data, int dtype);
 
-  /// Starts a new game here, by `who`, with its sound: the history is emptied, the pieces set up, the clock at zero.
+  /// Starts a new game on this side, by `who`, with its sound: empties the history, sets up the pieces, resets the
+  /// clock.
   void NewChess();
   void NewCheckers();
 
@@ -47,10 +48,10 @@ class GameWindow : public Board {
   void ReceiveChange(const std::string& Data);
   void ShowMessage(const std::string& text);
 
-  std::set<std::string> shown_messages_;  ///< boxes that are open
+  std::set<std::string> shown_messages_;  ///< the texts of open boxes
 };
 
-/// The table's main window; its own folder fills this in.
+/// Returns the table's main window. Set at the start of the program, because this folder can't include the table.
 inline std::function<GameWindow&()> game_window;
 
 }  // namespace morva

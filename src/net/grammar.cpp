@@ -5,28 +5,29 @@
 #include "net/wire.h"
 #include "platform/system/values.h"
 
-// The grammar can be read in two ways at these places:
+// The grammar is ambiguous in these places:
 //
-//   what stands there             the readings                          what decides
-//   "3" and two digits up to 63   the trash of a square of one digit    the one whose rest reads on as messages; where
-//                                 and the next message, or of a square  both do, the one that leaves no line or broken
-//                                 of two                                message at the end; or else the two digits
-//   64 letters of a board, more   the next message, or the rest of a    whether it reads on as messages up to the quiet
-//                                 board line longer than the board
-//   "1new", "c"                   new chess and the next message, or    no message begins with "c": new checkers
+//   received                      possible readings                     decided by
+//   "3" and two digits up to 63   trash of a one-digit square and the   the reading whose rest parses as messages; of
+//                                 next message, or of a two-digit       two, the one that does not end in a chat line
+//                                 square                                or a cut message; else two digits
+//   64 board letters, more        the next message, or the rest of a    whether it parses as messages by the time that
+//                                 board line longer than the board      the connection falls quiet
+//   "1new", "c"                   new chess and the next message, or    new checkers: no message begins with "c"
 //                                 new checkers
-//   "4", three digits, a digit    the one colour or the other           its first digit; it is as long as that one says
-//   "me" or "you", more           the word and the next message, or a   the word, always
-//                                 line that lost its first letter
-//   a line or nick, more          all one line, or the next message     the quiet alone: behind a short one any, behind
-//                                                                       a long one kLastQuietMs
-//   a long one, kLongQuietMs of   its late rest, or the next messages   messages if they are whole at the next quiet
-//   and quiet, more                                                         none is a line; or else the rest
+//   "4", three digits, a digit    either colour                         the first digit of the colour, which also tells
+//                                                                       its length
+//   "me" or "you", more           the word and the next message, or a   always the word
+//                                 chat line without its first letter
+//   a chat line or nick, more     one long line, or the next message    the quiet period between: any after a short
+//                                                                       one, kLastQuietMs after a long one
+//   a long line, kLongQuietMs of  a late packet of it, or the next      messages if they are complete at the next quiet
+//   quiet, more                   messages                              period and none is a chat line; else a packet
 
 namespace morva {
 namespace {
 
-constexpr std::size_t kLeastPayload = 4;  // of a move or a change
+constexpr std::size_t kMinPayload = 4;  // of a move or a change
 
 constexpr Reading Complete(std::size_t length) { return {Shape::kComplete, length}; }
 constexpr Reading kIncomplete{Shape::kIncomplete};
@@ -37,14 +38,14 @@ bool IsDigit(char c) { return c >= '0' && c <= '9'; }
 
 bool IsSquare(std::string_view two_digits) { return Val(two_digits) < kSquares; }
 
-// How many digits there are from `at` on, counting no further than `most`.
+// The number of digits from `at` on, at most `most`.
 std::size_t Digits(std::string_view text, std::size_t at, std::size_t most) {
   std::size_t count = 0;
   while (count < most && at + count < text.size() && IsDigit(text[at + count])) ++count;
   return count;
 }
 
-// A message that is always the same text.
+// A message with a fixed text.
 Reading Word(std::string_view text, std::string_view word) {
   if (text.starts_with(word)) return Complete(word.size());
   return word.starts_with(text) ? kIncomplete : kRunsToEnd;
@@ -84,7 +85,7 @@ Reading Trash(std::string_view text, bool quiet) {
     return quiet || !can_have_two ? Complete(2) : kOpen;
   }
   if (!IsTrash(text.substr(0, 3))) return Complete(2);
-  // The reading that comes to nothing first is the wrong one, however much of the text has come.
+  // The reading that fails on the shorter prefix is wrong, however much has been received.
   for (std::size_t seen = 3; seen <= std::min(text.size(), kLookAhead); ++seen) {
     const bool one_digit = FitOf(text.substr(2, seen - 2)) != Fit::kNone;
     const bool two_digits = FitOf(text.substr(3, seen - 3)) != Fit::kNone;
@@ -107,7 +108,7 @@ Reading Change(std::string_view text) {
   return white.shape == Shape::kComplete ? Complete(4 + white.length) : white;
 }
 
-// Of a message that ends by itself: whether it names what there is.
+// Whether a self-terminating message names squares and pieces that exist.
 bool MakesSense(std::string_view message) {
   if (message.front() == '4') return IsSquare(message.substr(1, 2)) && message[3] < '9';
   if (message.front() != '1' || !IsDigit(message[1])) return true;
@@ -116,7 +117,7 @@ bool MakesSense(std::string_view message) {
 
 Fit FitOfAll(std::string_view text) {
   if (text.empty()) return Fit::kWhole;
-  if (text.front() == '2') return Fit::kNone;  // a nick comes before all else
+  if (text.front() == '2') return Fit::kNone;  // a nick is the first message of all
   if (text == "0" || text == "3") return Fit::kCut;
   if (text.front() == '0') return Fit::kLine;
   if (text.front() == '3') {
@@ -133,7 +134,7 @@ Fit FitOfAll(std::string_view text) {
 
 }  // namespace
 
-// No more than the first kBoardBytes count, so that a growing line costs nothing.
+// Reads at most the first kBoardBytes, so that the cost does not grow with a line.
 Reading Read(std::string_view text, bool quiet) {
   switch (text.front()) {
     case '1':
@@ -157,10 +158,10 @@ Fit FitOf(std::string_view text) {
 }
 
 bool IsMessage(std::string_view text) {
-  if (text.size() == 1) return text == "2";  // all others would be without content; a nick may be empty
+  if (text.size() == 1) return text == "2";  // only a nick may be empty
   if (text.front() >= '5' && text.front() <= '9') return false;
   if (Read(text, true).shape != Shape::kIncomplete || !IsDigit(text.front())) return true;
-  return text.size() > kLeastPayload && !text.starts_with(kBoardHead);
+  return text.size() > kMinPayload && !text.starts_with(kBoardHead);
 }
 
 }  // namespace morva

@@ -5,12 +5,12 @@
 
 namespace morva {
 
-/// What stands at the front of a text from the line.
+/// How the front of a received text reads.
 enum class Shape {
-  kComplete,    ///< the first `length` bytes are a message that ends by itself
-  kIncomplete,  ///< a beginning that can still become complete
-  kOpen,        ///< a message as it stands, but what follows can make it another one
-  kRunsToEnd,   ///< one message, or nothing with sense, with all that follows up to the quiet
+  kComplete,    ///< the first `length` bytes are a self-terminating message
+  kIncomplete,  ///< a prefix that can still become complete
+  kOpen,        ///< a complete message that more bytes can turn into another one
+  kRunsToEnd,   ///< one message, or nonsense, together with all bytes up to the next quiet period
 };
 
 struct Reading {
@@ -18,25 +18,25 @@ struct Reading {
   std::size_t length = 0;
 };
 
-/// Reads the front of `text`, which is not empty. `quiet`: nothing follows for the time being, so what is open is
-/// decided. What is complete stays so, with the same length, whatever follows.
+/// Reads the front of `text`, which is not empty. `quiet` means that no more bytes follow for now, which decides an
+/// open message. A complete message stays complete, with the same length, whatever follows.
 Reading Read(std::string_view text, bool quiet = false);
 
-/// How well a text reads as messages from its front to its end, from worst to best.
+/// How well a text parses as a sequence of messages, from worst to best.
 enum class Fit {
-  kNone,   ///< it doesn't, nor will it with more behind it
-  kCut,    ///< the last one breaks off
-  kLine,   ///< the last one is a chat line, which takes everything
-  kWhole,  ///< they end where it ends
+  kNone,   ///< it does not, and no more bytes can change that
+  kCut,    ///< the last message is cut
+  kLine,   ///< the last message is a chat line, which can hold anything
+  kWhole,  ///< the last message ends where the text ends
 };
 
-/// Of a longer text than this it is the front that counts, and a message cut by its end is none cut. Enough for two
-/// messages and a part of the third.
+/// Of a longer text only this many bytes are parsed, and a message that this limit cuts does not count as cut. Enough
+/// for two messages and a part of the third.
 inline constexpr std::size_t kLookAhead = 16;
 
 Fit FitOf(std::string_view text);
 
-/// Whether what is held when the line falls quiet is long enough to mean anything. `text` is not empty.
+/// Whether the bytes held when the connection falls quiet are long enough for a message. `text` is not empty.
 bool IsMessage(std::string_view text);
 
 }  // namespace morva

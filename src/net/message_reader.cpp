@@ -38,7 +38,7 @@ int MessageReader::WaitMs(std::int64_t now_ms) const {
   return needed == 0 ? -1 : static_cast<int>(std::clamp<std::int64_t>(last_byte_ + needed - now_ms, 0, needed));
 }
 
-// How long the line must be quiet to tell anything; 0 when there is no need.
+// How long the connection must be quiet to decide about the held bytes; 0 if quiet decides nothing.
 int MessageReader::QuietNeeded() const {
   if (swallowing_) return kLastQuietMs;
   if (held_.empty()) return after_board_ ? kQuietMs : 0;
@@ -60,7 +60,7 @@ void MessageReader::Quiet(std::int64_t ms) {
   }
 }
 
-// Moves what has ended from the held bytes to the finished messages.
+// Moves complete messages from the held bytes to the finished ones.
 void MessageReader::Split(bool quiet) {
   if (HasTail()) {
     const Fit fit = FitOf(Tail());
@@ -87,7 +87,7 @@ void MessageReader::Split(bool quiet) {
   held_.erase(0, held_.size() - rest.size());
 }
 
-// The first bytes of what is held are over.
+// Ends the held message after so many bytes.
 void MessageReader::Finish(std::size_t length) {
   std::string message = held_.substr(0, length);
   held_.erase(0, length);

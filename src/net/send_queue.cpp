@@ -8,17 +8,17 @@
 namespace morva {
 namespace {
 
-// Well over the quiet that the other side waits for: a line that hurries one message and holds up the other takes some
-// of the pause away, and so does a busy computer over there.
+// Well above the quiet that the receiver waits for: jitter on the way shortens a pause, and so does a busy computer on
+// the other side.
 constexpr int kPauseMs = kQuietMs + 80;
 constexpr int kLongPauseMs = kLastQuietMs + 100;
 
-// What the line takes to and fro is a pause for the other side too, but it may be quicker the next time.
-constexpr int kMostOfRoundTripMs = 50;
+// The round trip is a pause for the receiver, too, but the next one can be shorter: no more than this of it counts.
+constexpr int kMaxRoundTripMs = 50;
 
-constexpr std::int64_t kMostBehindWordsMs = 900;
+constexpr std::int64_t kMaxWaitBehindWordsMs = 900;
 
-constexpr int kRarestLookMs = 1000;
+constexpr int kLongestPollMs = 1000;
 
 int PauseBehind(const std::string& message) {
   if (!RunsToEnd(message)) return 0;
@@ -43,24 +43,25 @@ std::optional<std::string> SendQueue::Next(std::int64_t now_ms) {
   return message;
 }
 
-// The place of the message that is to leave next.
+// The index of the message to send next.
 std::size_t SendQueue::Chosen(std::int64_t now_ms) const {
   const std::string& first = waiting_.front().message;
   if (!IsWords(first)) return 0;
   const auto action =
       std::find_if(waiting_.begin(), waiting_.end(), [](const Waiting& waiting) { return !IsWords(waiting.message); });
-  const bool can_wait = action == waiting_.end() || now_ms + PauseBehind(first) <= action->since + kMostBehindWordsMs;
+  const bool can_wait =
+      action == waiting_.end() || now_ms + PauseBehind(first) <= action->since + kMaxWaitBehindWordsMs;
   return can_wait ? 0 : static_cast<std::size_t>(action - waiting_.begin());
 }
 
 void SendQueue::Acknowledged(std::int64_t now_ms, int round_trip_ms) {
   if (!written_at_) return;
   written_at_.reset();
-  free_at_ = now_ms + pause_ - std::clamp(round_trip_ms, 0, kMostOfRoundTripMs);
+  free_at_ = now_ms + pause_ - std::clamp(round_trip_ms, 0, kMaxRoundTripMs);
 }
 
 int SendQueue::WaitMs(std::int64_t now_ms) const {
-  if (written_at_) return static_cast<int>(std::clamp<std::int64_t>((now_ms - *written_at_) / 8, 1, kRarestLookMs));
+  if (written_at_) return static_cast<int>(std::clamp<std::int64_t>((now_ms - *written_at_) / 8, 1, kLongestPollMs));
   if (waiting_.empty()) return -1;
   return static_cast<int>(std::clamp<std::int64_t>(free_at_ - now_ms, 0, kLongPauseMs));
 }

@@ -8,8 +8,8 @@ namespace {
 
 constexpr char32_t kReplacement = 0xFFFD;
 
-// Takes one character off the front of `text`, which is not empty. If there is no valid one it takes one byte and
-// gives nothing.
+// Removes one character from the front of `text`, which is not empty, and returns it. Of an invalid one it removes a
+// byte and returns nothing.
 std::optional<char32_t> TakeCharacter(std::string_view& text) {
   const auto byte = [&text](std::size_t i) { return static_cast<unsigned char>(text[i]); };
   const unsigned lead = byte(0);

@@ -60,11 +60,11 @@ FrmCoords::FrmCoords()
 
 void FrmCoords::Form_Load() { CoordStep = labels->CoordsShown ? 0 : 40; }
 
-// A handler that unloads its window still has the object; the timer must not tick meanwhile.
+// Unload deletes the object only after the handler has returned; the timer must not tick until then.
 void FrmCoords::Form_Unload() { Timer1.Enabled = false; }
 
 void FrmCoords::Timer1_Timer() {
-  // A second press can come before the first tick; the labels then stay at the end where they are.
+  // A second press can come before the first tick; the labels then stay where they are.
   CoordStep = std::clamp(CoordStep + (labels->CoordsShown ? 1 : -1), 0, 40);
   labels->Slide(CoordStep);
   if (CoordStep == 0 || CoordStep == 40) Unload(frmCoords);

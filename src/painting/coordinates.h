@@ -16,20 +16,21 @@ class Coordinates {
  public:
   CommandButton cmdShowCoord;
   ControlArray<CommandButton, 16> Coord;  ///< 0 to 7 are the columns A to H, 8 to 15 the rows 1 to 8
-  bool CoordsShown = false;               ///< which way the labels are meant to be
+  bool CoordsShown = false;               ///< whether the labels are shown or sliding out
 
-  /// The button and the labels on their places, as rows of the window's layout.
+  /// The button and the labels in their places, as rows of the window's layout.
   std::vector<LayoutRow> Layout();
 
-  /// Stacks the labels, which stand on their places, under cmdShowCoord, and stores each one's way in twips in its Tag.
+  /// Stacks the labels, which stand in their places, under cmdShowCoord, and stores the distance of each, twips, in its
+  /// Tag.
   void Collapse();
-  /// Sends the labels out or back in, from wherever they are.
+  /// Starts to slide the labels out, or back in, from their current positions.
   void Toggle();
-  /// Puts the labels on their way: step 0 is collapsed, 40 is shown.
+  /// Positions the labels for a step of the slide: 0 is collapsed, 40 is shown.
   void Slide(int step);
 };
 
-/// One slide of the labels: a window out of sight that lives as long as the slide, a step a tick.
+/// One slide of the labels: an invisible window that lives as long as the slide and does one step a tick.
 class FrmCoords : public Form {
  public:
   FrmCoords();

@@ -8,7 +8,7 @@
 
 namespace morva {
 
-/// The squares whose row plus column is even, and the others: both colours of pieces read on both.
+/// The colours of squares whose row plus column is even, and of the others. Pieces of both colours stand out on both.
 inline constexpr Color kLightSquare = 0x7290A3;
 inline constexpr Color kDarkSquare = 0x3C576F;
 
@@ -42,7 +42,7 @@ class SquarePainter : public Form {
   void hover(int i, Color c);
 
  protected:
-  /// Puts the squares on the window, behind all that was placed before.
+  /// Places the squares on the window, behind all controls placed before.
   void PlaceSquares();
 
  private:

@@ -11,7 +11,7 @@ namespace {
 constexpr Color kCarrying = 0x00D7FF;  // yellow
 constexpr float kMiddle = 390;         // of a square inside its border, twips
 
-// Where the key leads from square i; none where it is no key of the cursor.
+// The square to which the key moves the cursor from square i; none if it does not move the cursor.
 std::optional<int> SquareFrom(int i, Key key, int Shift) {
   const int column = i % 8;
   const bool whole_board = (Shift & kCtrlKey) != 0;

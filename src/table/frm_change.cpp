@@ -44,7 +44,7 @@ FrmChange::FrmChange()
       {Frame2, 1320, 0, 1095, 855, "Checkers"},
       {Frame1, 120, 0, 1095, 1815, "Chess"},
   });
-  // OK first: Enter belongs to the button that has the focus.
+  // OK first: Enter presses the button that has the focus.
   std::vector<Control*> order{&cmdOk, &cmdCancel, &cmdTrash};
   for (OptionButton& piece : rdo) order.push_back(&piece);
   for (OptionButton& color : clr) order.push_back(&color);

@@ -27,11 +27,11 @@ void FrmChess::LayOut() {
   PlaceSquares();
   DefaultButton(cmdDefault);
   TypeInto(txtIn);
-  txtOut.HideCaret();  // the one that is seen is in the line that is typed into
+  txtOut.HideCaret();  // the visible one is in the chat line
   txtIn.SpokenName = "Chat";
   txtOut.SpokenName = "Chat log";
 
-  // The board is one stop of the Tab key, the cursor's square; what is out of sight is none.
+  // Tab stops at one square of the board, the cursor's, and at nothing that is off the screen.
   squ(Cursor).TabStop = true;
   txtOut.TabStop = cmdDefault.TabStop = false;
   std::vector<Control*> order;

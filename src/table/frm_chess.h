@@ -52,10 +52,10 @@ class FrmChess : public GameWindow {
   void Form_DragOver(Control& Source, float X, float Y, DragState State) override;
   bool Form_KeyDown(Key key, int Shift) override;
 
-  int Cursor = 0;              ///< the square that the keys work on
+  int Cursor = 0;              ///< the square that has the keyboard focus, or had it last
   std::optional<int> Carried;  ///< the square of the piece that is being carried by keys
 
-  /// Gives the keys to the cursor's square, or to the chat line.
+  /// Gives the focus to the cursor's square, or to the chat line.
   void FocusBoard();
   void FocusChat();
   /// Hands over the turn, or takes it back.
@@ -111,10 +111,10 @@ class FrmChess : public GameWindow {
 
   void onesec_Timer();
 
-  std::chrono::steady_clock::time_point edge_met_;  ///< by the cursor, last time
+  std::chrono::steady_clock::time_point edge_met_;  ///< when the cursor last stopped at an edge
   std::vector<std::string> said_;                   ///< chat lines of this user, oldest first
-  std::size_t recalled_ = 0;  ///< which of them stands in the chat line; their count where it is a new line
-  std::string unsaid_;        ///< the new line, while an old one stands in the chat line
+  std::size_t recalled_ = 0;                        ///< index of the one in the chat line; their count for a new line
+  std::string unsaid_;                              ///< the new line, while an old one stands in the chat line
 };
 
 inline Window<FrmChess> frmChess;

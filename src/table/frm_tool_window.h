@@ -37,7 +37,7 @@ class FrmToolWindow : public Form {
   void highlight(const std::string& who);
   /// Says, to assistive tools, which colour the local player plays, and whose turn it is.
   void AnnounceColor() const;
-  void FocusNick();  ///< gives the keys to this window's first control
+  void FocusNick();  ///< gives the focus to this window's first control
 
  private:
   std::string TurnWords() const;

@@ -20,7 +20,7 @@ QString Address(const std::string& typed) {
 
 }  // namespace
 
-// The toolkit finds the other side; what then goes over the line is none of its business.
+// Qt only makes the connection; TcpStream then carries the data.
 class Socket::Impl : public QTcpServer {
  public:
   explicit Impl(Socket& owner) : owner_(owner) {}

@@ -1,4 +1,4 @@
-#include "net/line.h"
+#include "net/connection_thread.h"
 
 #include <algorithm>
 #include <chrono>
@@ -11,9 +11,9 @@ namespace morva {
 namespace {
 
 constexpr std::size_t kReadAtOnce = 1 << 14;
-// More than this is left on the line, where the other side's system holds it back: a peer that sends at full speed must
-// not fill the memory here.
-constexpr std::size_t kMostEvents = 256;
+// Nothing is read above this limit, so that TCP slows the sender down: a peer that floods the connection must not fill
+// our memory.
+constexpr std::size_t kMaxEvents = 256;
 constexpr int kGoodbyeMs = 500;
 constexpr int kGiveUpMs = 15000;
 
@@ -24,11 +24,11 @@ std::int64_t NowMs() {
 
 }  // namespace
 
-void Line::Start() {
+void ConnectionThread::Start() {
   thread_ = std::jthread([this] { Run(); });
 }
 
-void Line::Send(std::string message) {
+void ConnectionThread::Send(std::string message) {
   {
     const std::lock_guard lock(mutex_);
     to_send_.emplace_back(std::move(message), NowMs());
@@ -36,9 +36,9 @@ void Line::Send(std::string message) {
   stream_->Wake();
 }
 
-std::optional<Line::Event> Line::Take() {
+std::optional<ConnectionThread::Event> ConnectionThread::Take() {
   const std::lock_guard lock(mutex_);
-  if (events_.size() == kMostEvents) stream_->Wake();
+  if (events_.size() == kMaxEvents) stream_->Wake();
   if (events_.empty()) {
     announced_ = false;
     return std::nullopt;
@@ -48,7 +48,7 @@ std::optional<Line::Event> Line::Take() {
   return event;
 }
 
-void Line::Finish() {
+void ConnectionThread::Finish() {
   News = nullptr;
   {
     const std::lock_guard lock(mutex_);
@@ -57,7 +57,7 @@ void Line::Finish() {
   stream_->Wake();
 }
 
-void Line::Run() {
+void ConnectionThread::Run() {
   bool finishing = false;
   while (!stream_->Ended()) {
     bool has_room = true;
@@ -66,7 +66,7 @@ void Line::Run() {
       for (auto& [message, since] : to_send_) queue_.Put(std::move(message), since);
       to_send_.clear();
       finishing = finishing_;
-      has_room = events_.size() < kMostEvents;
+      has_room = events_.size() < kMaxEvents;
     }
     const std::int64_t now = NowMs();
     if (finishing) {
@@ -83,7 +83,7 @@ void Line::Run() {
   over_ = true;
 }
 
-void Line::Receive(std::int64_t now_ms) {
+void ConnectionThread::Receive(std::int64_t now_ms) {
   std::vector<Event> events;
   const std::string bytes = stream_->Read(kReadAtOnce);
   if (!bytes.empty()) {
@@ -94,7 +94,7 @@ void Line::Receive(std::int64_t now_ms) {
   Tell(std::move(events));
 }
 
-void Line::TellEnd() {
+void ConnectionThread::TellEnd() {
   std::vector<Event> events;
   reader_.End();
   while (auto message = reader_.Next(NowMs())) events.push_back({Event::Kind::kMessage, std::move(*message)});
@@ -102,20 +102,20 @@ void Line::TellEnd() {
   Tell(std::move(events));
 }
 
-void Line::Tell(std::vector<Event> events) {
+void ConnectionThread::Tell(std::vector<Event> events) {
   if (events.empty()) return;
   {
     const std::lock_guard lock(mutex_);
     std::move(events.begin(), events.end(), std::back_inserter(events_));
     if (std::exchange(announced_, true)) return;
   }
-  Post([line = weak_from_this()] {
-    const auto self = line.lock();
+  Post([thread = weak_from_this()] {
+    const auto self = thread.lock();
     if (self && self->News) std::function(self->News)();
   });
 }
 
-void Line::SendDue(std::int64_t now_ms) {
+void ConnectionThread::SendDue(std::int64_t now_ms) {
   for (;;) {
     if (unsent_.empty()) {
       const bool to_look = queue_.AwaitsAcknowledgement();
@@ -129,17 +129,17 @@ void Line::SendDue(std::int64_t now_ms) {
   }
 }
 
-int Line::WaitMs(std::int64_t now_ms, bool receiving) const {
-  // What the reader waits for is over only when it is called again.
+int ConnectionThread::WaitMs(std::int64_t now_ms, bool receiving) const {
+  // While nothing is read the reader can't act on a time-out, and waiting for one would only spin.
   const int reader = receiving ? reader_.WaitMs(now_ms) : -1;
   const int queue = unsent_.empty() ? queue_.WaitMs(now_ms) : -1;
   if (reader < 0 || queue < 0) return std::max(reader, queue);
   return std::min(reader, queue);
 }
 
-// Bytes that arrive after the connection is gone make the system take back what it has not delivered yet; so the other
-// side is told first that nothing more follows, and what comes in is read until it has closed too.
-void Line::SayGoodbye() {
+// Bytes that arrive at a closed socket make the system reset the connection and discard what it has not delivered yet.
+// So tell the other side first that nothing more follows, and read until it has closed, too.
+void ConnectionThread::SayGoodbye() {
   stream_->FinishWriting();
   std::int64_t acknowledged_at = 0;
   while (!stream_->Ended()) {
