@@ -106,8 +106,12 @@ void Style::drawPrimitive(PrimitiveElement element, const QStyleOption* option, 
   painter->setRenderHint(QPainter::Antialiasing);
   painter->setPen(Outline(option->palette, option->state.testFlag(State_HasFocus)));
   painter->setBrush(Qt::NoBrush);
-  const int round = menu ? 0 : 2;
-  ring ? painter->drawEllipse(line) : painter->drawRoundedRect(line, round, round);
+  const int radius = menu ? 0 : 2;
+  if (ring) {
+    painter->drawEllipse(line);
+  } else {
+    painter->drawRoundedRect(line, radius, radius);
+  }
   painter->restore();
 }
 
@@ -144,7 +148,8 @@ QIcon Style::standardIcon(StandardPixmap kind, const QStyleOption* option, const
   QPainter painter(&sign);
   painter.setRenderHint(QPainter::Antialiasing);
   painter.scale(dots / double{kSignSide}, dots / double{kSignSide});
-  kind == SP_MessageBoxCritical ? DrawStop(painter) : DrawWarning(painter);
+  const auto draw = kind == SP_MessageBoxCritical ? DrawStop : DrawWarning;
+  draw(painter);
   painter.end();
   sign.setDevicePixelRatio(scale);
   return sign;

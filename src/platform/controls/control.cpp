@@ -10,7 +10,7 @@
 #include <QWidget>
 #include <utility>
 
-#include "platform/controls/native.h"
+#include "platform/controls/qt_keys.h"
 #include "platform/controls/screen_reader.h"
 #include "platform/drawing/fonts.h"
 #include "platform/drawing/pixels.h"
@@ -19,6 +19,9 @@
 namespace morva {
 
 namespace {
+
+// By whether Tab leads to the control, and whether a click does.
+constexpr Qt::FocusPolicy kFocusPolicies[2][2] = {{Qt::NoFocus, Qt::ClickFocus}, {Qt::TabFocus, Qt::StrongFocus}};
 
 QHash<const QWidget*, Control*>& Controls() {
   static QHash<const QWidget*, Control*> controls;
@@ -99,9 +102,7 @@ Control::Control(std::unique_ptr<QWidget> widget)
       TabStop((widget->focusPolicy() & Qt::TabFocus) != 0,
               [this] {
                 const bool by_click = (widget_->focusPolicy() & Qt::ClickFocus) != 0;
-                widget_->setFocusPolicy(TabStop()  ? by_click ? Qt::StrongFocus : Qt::TabFocus
-                                        : by_click ? Qt::ClickFocus
-                                                   : Qt::NoFocus);
+                widget_->setFocusPolicy(kFocusPolicies[TabStop() ? 1 : 0][by_click ? 1 : 0]);
               }),
       ToolTipText({},
                   [this] {

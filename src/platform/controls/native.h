@@ -12,10 +12,4 @@ W& As(const Control& control) {
   return *static_cast<W*>(control.Native());
 }
 
-/// The keys held down during an event of the mouse or the keyboard, as handlers are told of them.
-inline int ShiftOf(Qt::KeyboardModifiers modifiers) {
-  return (modifiers.testFlag(Qt::ShiftModifier) ? kShiftKey : 0) +
-         (modifiers.testFlag(Qt::ControlModifier) ? kCtrlKey : 0) + (modifiers.testFlag(Qt::AltModifier) ? kAltKey : 0);
-}
-
 }  // namespace morva

@@ -8,6 +8,7 @@
 #include <QStylePainter>
 
 #include "platform/controls/native.h"
+#include "platform/controls/qt_keys.h"
 #include "platform/drawing/edge.h"
 #include "platform/drawing/fonts.h"
 #include "platform/system/qt_text.h"
@@ -40,7 +41,7 @@ class GroupedButton : public QRadioButton {
 
   void keyPressEvent(QKeyEvent* event) override {
     // On some desktops Enter would press this button; here it belongs to the default button.
-    if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) return event->ignore();
+    if (IsEnter(*event)) return event->ignore();
     const bool forward = event->key() == Qt::Key_Down || event->key() == Qt::Key_Right;
     if (!forward && event->key() != Qt::Key_Up && event->key() != Qt::Key_Left) {
       return QRadioButton::keyPressEvent(event);

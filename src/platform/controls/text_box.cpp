@@ -3,11 +3,10 @@
 #include <QInputMethodEvent>
 #include <QKeyEvent>
 #include <QLineEdit>
-#include <QPushButton>
-#include <algorithm>
 #include <climits>
 
 #include "platform/controls/native.h"
+#include "platform/controls/qt_keys.h"
 #include "platform/system/qt_text.h"
 
 namespace morva {
@@ -26,20 +25,12 @@ class InputLine : public QLineEdit {
                                                                                                                : event);
   }
   void keyPressEvent(QKeyEvent* event) override {
-    const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
-    if (!(enter && DefaultButton()) && !event->text().isEmpty() && key_press)
-      key_press(event->text().front().unicode());
+    if (!IsEnter(*event) && !event->text().isEmpty() && key_press) key_press(event->text().front().unicode());
     QLineEdit::keyPressEvent(event);
   }
   void inputMethodEvent(QInputMethodEvent* event) override {
     if (!event->commitString().isEmpty() && key_press) key_press(event->commitString().front().unicode());
     QLineEdit::inputMethodEvent(event);
-  }
-
- private:
-  bool DefaultButton() const {
-    const auto buttons = window()->findChildren<QPushButton*>();
-    return std::any_of(buttons.begin(), buttons.end(), [](const QPushButton* button) { return button->isDefault(); });
   }
 };
 

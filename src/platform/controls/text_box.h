@@ -10,8 +10,7 @@ class TextBox : public Control {
   TextBox();
   Property<std::string> Text;         ///< UTF-8
   Property<int> SelStart, SelLength;  ///< characters; assigning SelStart puts the cursor there
-  /// Each key with a character, before the text takes it. Enter comes as 13, unless the window has a default button: it
-  /// then is that button's alone.
+  /// Each key with a character, before the text takes it. Enter is the window's, for its default button.
   std::function<void(int KeyAscii)> KeyPress;
   void SelectAll();
   void SetLayoutText(const std::string& text) override { Text = text; }

@@ -11,7 +11,7 @@
 #include <utility>
 
 #include "platform/controls/control.h"
-#include "platform/controls/native.h"
+#include "platform/controls/qt_keys.h"
 #include "platform/window/drag.h"
 #include "platform/window/native_window.h"
 #include "platform/window/zoom.h"
@@ -26,10 +26,8 @@ bool IsKey(QEvent::Type type) {
   return type == QEvent::KeyPress || type == QEvent::KeyRelease || type == QEvent::ShortcutOverride;
 }
 
-bool IsEnter(const QEvent& event) {
-  if (event.type() != QEvent::KeyPress) return false;
-  const int key = static_cast<const QKeyEvent&>(event).key();
-  return key == Qt::Key_Return || key == Qt::Key_Enter;
+bool PressesEnter(const QEvent& event) {
+  return event.type() == QEvent::KeyPress && IsEnter(static_cast<const QKeyEvent&>(event));
 }
 
 // Arrows, Home, End and the Page keys.
@@ -206,7 +204,7 @@ bool InputGate::eventFilter(QObject* receiver, QEvent* event) {
     return true;
   }
   // Where no button is the default one, Enter presses what has the focus, be it the only one, Cancel.
-  if (window->default_button == nullptr && IsEnter(*event) && HasJustCome(*window)) {
+  if (window->default_button == nullptr && PressesEnter(*event) && HasJustCome(*window)) {
     event->accept();
     return true;
   }

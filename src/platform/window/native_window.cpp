@@ -12,7 +12,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "platform/controls/native.h"
+#include "platform/controls/qt_keys.h"
 #include "platform/drawing/edge.h"
 #include "platform/drawing/fonts.h"
 #include "platform/drawing/picture.h"
