@@ -23,11 +23,11 @@ std::optional<int> SquareFrom(int i, Key key, int Shift) {
     case Key::kUp:
       return i > 7 ? i - 8 : i;
     case Key::kDown:
-      return i < 56 ? i + 8 : i;
+      return i < kSquares - 8 ? i + 8 : i;
     case Key::kHome:
       return whole_board ? 0 : i - column;
     case Key::kEnd:
-      return whole_board ? 63 : i - column + 7;
+      return whole_board ? kSquares - 1 : i - column + 7;
     default:
       return std::nullopt;
   }

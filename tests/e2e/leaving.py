@@ -51,7 +51,7 @@ ROWS = {
     "is cut off behind the open dialog": (is_cut_off, lambda ann: ann.keys("F3") or ann.window("Open Game")),
     "is killed behind the question about overwriting": (is_killed, the_question_about_overwriting),
     "is cut off behind a menu": (is_cut_off, lambda ann: ann.menu("alt+g", "Down")),
-    "leaves behind the menu of the tool window": (leaves, lambda ann: ann.tool_menu("Down")),
+    "leaves behind the menu of the tool window": (leaves, lambda ann: ann.open_tool_menu()),
     "is killed behind a flying disc": (is_killed, lambda ann: ann.keys("ctrl+s")),
     "is cut off behind a piece in the hand": (is_cut_off, lambda ann: ann.desk.act(
         "mousemove", *ann.square(52), "mousedown", 1, "mousemove", *ann.square(44))),

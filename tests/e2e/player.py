@@ -188,8 +188,8 @@ class Player:
             awaited(lambda: len(self.windows()) == windows + depth, f"{self.nick}'s menu {key}")
         self.desk.keys(keys[-1])
 
-    def tool_menu(self, *keys):
-        """Opens the tool window's menu, which is to come up at the pointer, and presses these keys."""
+    def open_tool_menu(self):
+        """Opens the tool window's menu, which is to come up at the pointer. What tells whether it is still open."""
         x, y = self.tool_inside().x + 60, self.tool_inside().y + 64
         self.desk.click(x, y, button=3)
 
@@ -197,7 +197,12 @@ class Player:
             return any(abs(w.x - x) < 9 and abs(w.y - y) < 9 for w in self.windows())
 
         awaited(menu, f"{self.nick}'s menu of the tool window at {x}, {y}")
-        self.press_until(lambda: not menu(), *keys)
+        return menu
+
+    def tool_menu(self, *keys):
+        """Opens the tool window's menu, and closes it by these keys."""
+        is_open = self.open_tool_menu()
+        self.press_until(lambda: not is_open(), *keys)
 
     def say(self, text):
         self.desk.enter(text)
