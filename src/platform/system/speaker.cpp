@@ -130,7 +130,8 @@ class Speaker {
   }
 
   void Write() {
-    const auto frames = FramesOf(std::exchange(next_, {}));
+    auto frames = FramesOf(std::exchange(next_, {}));
+    frames.resize(frames.size() + kFormat.rate / 5);  // some servers keep back the end that does not fill a block
     pa_stream_write(stream_.get(), frames.data(), frames.size() * sizeof(Frame), nullptr, 0, PA_SEEK_RELATIVE);
     Cork(false);
   }
