@@ -3,6 +3,7 @@
 #include <QAbstractButton>
 #include <QApplication>
 #include <QKeyEvent>
+#include <QLineEdit>
 #include <QPointer>
 #include <algorithm>
 
@@ -155,7 +156,7 @@ QAccessibleInterface* SpokenControl(const QString& /*kind*/, QObject* object) {
     case SpokenKind::kItem:
       return new SpokenButton(*control, QAccessible::ListItem);
     case SpokenKind::kLine:
-      return new SpokenLine(*static_cast<QLineEdit*>(widget));
+      return SpokenLine(*static_cast<QLineEdit*>(widget));
     default:
       return nullptr;
   }
