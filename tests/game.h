@@ -5,6 +5,7 @@
 #include <QAbstractButton>
 #include <QApplication>
 #include <QElapsedTimer>
+#include <QLineEdit>
 #include <QMessageBox>
 #include <QTcpServer>
 #include <QTcpSocket>
@@ -197,6 +198,10 @@ class GameTest : public testing::Test {
       if (square.Tag == "0" && !square.Strokes().empty()) squares += std::to_string(square.Index) + " ";
     }
     return squares;
+  }
+
+  static std::string Selected(const TextBox& line) {
+    return static_cast<const QLineEdit*>(line.Native())->selectedText().toStdString();
   }
 
   static bool ChatHasFocus() { return frmChess->Native()->focusWidget() == frmChess->txtIn.Native(); }

@@ -30,7 +30,7 @@ static void InitStoredFiles() { Q_INIT_RESOURCE(stored); }
 namespace morva {
 
 std::function<void()> end_program = [] {
-  // The rest that has to be done may take a while, for which nobody should have to wait.
+  // Ending can take a while; nobody should have to wait for it.
   const QWidgetList windows = QApplication::topLevelWidgets();
   for (QWidget* window : windows) window->hide();
   QApplication::processEvents(QEventLoop::ExcludeUserInputEvents | QEventLoop::ExcludeSocketNotifiers);
@@ -46,7 +46,7 @@ namespace {
 
 constexpr int kLargeBlock = 128 * 1024;  // bytes
 
-// Without a display the toolkit would speak of its plug-ins and abort.
+// Without a display Qt would report its plug-ins and abort.
 void SayThatThereIsNoDisplay(QtMsgType type, const QMessageLogContext&, const QString&) {
   if (type != QtFatalMsg) return;
   std::fputs("morva: there is no display, X11 or Wayland, to open a window on\n", stderr);
@@ -72,10 +72,10 @@ class Application::Impl {
 };
 
 Application::Application(int& argc, char** argv) {
-  // Pictures are drawn by way of large images that live for a moment: their memory goes back to the system at once.
+  // Pictures are drawn by way of large, short-lived images: their memory goes back to the system at once.
   ::mallopt(M_MMAP_THRESHOLD, kLargeBlock);
   ChoosePlatform();
-  // It complains of each request that a Wayland session does not grant; the program goes on without.
+  // Qt complains of each request that a Wayland session does not grant; the program goes on without.
   QLoggingCategory::setFilterRules(
       QString("qt.qpa.wayland*=false\ndefault.warning=%1").arg(IsWaylandSession() ? "false" : "true"));
   // The proxy that a desktop sets is for web pages. To ask for it can take as long as a script on the network does.
@@ -88,7 +88,7 @@ Application::Application(int& argc, char** argv) {
   qApp->installEventFilter(style);
   qInstallMessageHandler(nullptr);
   QApplication::setApplicationName("morva");
-  // The toolkit's file dialog would leave a settings file behind; this program remembers nothing.
+  // Qt's file dialog would leave a settings file behind; this program remembers nothing.
   QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, "/dev/null");
   QApplication::setDesktopFileName("morva");
   QApplication::setFont(ProgramFont());

@@ -6,7 +6,7 @@
 
 namespace morva {
 
-/// The program as the toolkit sees it; one object, made first thing in main.
+/// The application; one object, made first thing in main.
 class Application {
  public:
   /// Without a display it says so in a line on standard error and ends the program with the exit code 1.

@@ -24,14 +24,14 @@ bool IsDark(const QPalette& palette) {
   return Contrast(kWhite, WindowOf(palette)) > Contrast(kBlack, WindowOf(palette));
 }
 
-// The outlines that the style draws are darker than the window: on a dark one they are lost.
+// On a dark window the darker outlines of the style would be lost.
 QColor Outline(const QPalette& palette, bool focus = false) {
   constexpr Color kGrey = 0x757575;
   const Color wanted = focus ? ColorOf(palette.color(QPalette::Highlight)) : kGrey;
   return QtColor(Readable(wanted, WindowOf(palette), kReadableLarge));
 }
 
-constexpr int kSignSide = 32;  // pixels of the layout
+constexpr int kIconSide = 32;  // pixels of the layout
 
 void DrawStop(QPainter& painter) {
   painter.setPen(Qt::NoPen);
@@ -61,17 +61,17 @@ void Style::polish(QPalette& palette) {
       const Ground ground = With({ColorOf(one), ColorOf(one)}, ColorOf(other));
       palette.setColor(group, role, QtColor(Readable(ColorOf(color(role)), ground)));
     };
-    // The style brightens a button's upper edge, and its menus.
+    // Fusion brightens a button's upper edge, and menus.
     mend(QPalette::ButtonText, color(QPalette::Button), color(QPalette::Button).lighter(150));
     mend(QPalette::Text, color(QPalette::Base), color(QPalette::Base).lighter(108));
     mend(QPalette::WindowText, color(QPalette::Window), color(QPalette::Button));
     mend(QPalette::ToolTipText, color(QPalette::ToolTipBase), color(QPalette::ToolTipBase));
     if (IsDark(palette)) palette.setColor(group, QPalette::Mid, Outline(palette));
-    // Where everything is of one colour the light edges would be lost.
+    // In a scheme of one colour the light edges would be lost.
     if (IsDark(palette) && color(QPalette::Light) == color(QPalette::Window)) {
       palette.setColor(group, QPalette::Light, Outline(palette));
     }
-    // Here the text is likely the one colour that was meant so.
+    // The text on a highlight is likely the colour that was meant.
     mend(QPalette::Highlight, color(QPalette::HighlightedText), color(QPalette::HighlightedText));
   }
 }
@@ -87,7 +87,7 @@ bool Style::eventFilter(QObject* receiver, QEvent* event) {
     polish(mended);
     if (mended != QApplication::palette()) QApplication::setPalette(mended);
   }
-  // The desktop's font comes late and would stand in boxes and file dialogs alone, and in one size.
+  // The desktop's font arrives late and would apply to boxes and file dialogs alone, without zoom.
   if (receiver == qApp && event->type() == QEvent::ApplicationFontChange && QApplication::font() != ProgramFont()) {
     QApplication::setFont(ProgramFont());
   }
@@ -128,31 +128,30 @@ void Style::drawControl(ControlElement element, const QStyleOption* option, QPai
 
 int Style::pixelMetric(PixelMetric metric, const QStyleOption* option, const QWidget* widget) const {
   if (metric == PM_ExclusiveIndicatorWidth || metric == PM_ExclusiveIndicatorHeight) return ToPixels(180);
-  if (metric == PM_MessageBoxIconSize) return ToPixels(kSignSide * kTwipsPerPixel);
+  if (metric == PM_MessageBoxIconSize) return ToPixels(kIconSide * kTwipsPerPixel);
   if (metric == PM_RadioButtonLabelSpacing) return ToPixels(45);
   const int usual = QProxyStyle::pixelMetric(metric, option, widget);
   return usual > 0 ? std::max(1, ToPixels(usual * kTwipsPerPixel)) : usual;
 }
 
 QIcon Style::standardIcon(StandardPixmap kind, const QStyleOption* option, const QWidget* widget) const {
-  // For the items that a menu bar has no room for. Here all of them fit, and to read the icon the toolkit would load
-  // its plug-ins for every format of pictures.
+  // The menu bar shows all its items; to read this icon Qt would load all its image plug-ins.
   if (kind == SP_ToolBarHorizontalExtensionButton) return {};
   if (kind != SP_MessageBoxCritical && kind != SP_MessageBoxWarning) {
     return QProxyStyle::standardIcon(kind, option, widget);
   }
   const qreal scale = widget != nullptr ? widget->devicePixelRatioF() : qApp->devicePixelRatio();
-  const int dots = qRound(pixelMetric(PM_MessageBoxIconSize, option, widget) * scale);
-  QPixmap sign(dots, dots);
-  sign.fill(Qt::transparent);
-  QPainter painter(&sign);
+  const int side = qRound(pixelMetric(PM_MessageBoxIconSize, option, widget) * scale);
+  QPixmap icon(side, side);
+  icon.fill(Qt::transparent);
+  QPainter painter(&icon);
   painter.setRenderHint(QPainter::Antialiasing);
-  painter.scale(dots / double{kSignSide}, dots / double{kSignSide});
+  painter.scale(side / double{kIconSide}, side / double{kIconSide});
   const auto draw = kind == SP_MessageBoxCritical ? DrawStop : DrawWarning;
   draw(painter);
   painter.end();
-  sign.setDevicePixelRatio(scale);
-  return sign;
+  icon.setDevicePixelRatio(scale);
+  return icon;
 }
 
 QSize Style::sizeFromContents(ContentsType type, const QStyleOption* option, const QSize& contents,

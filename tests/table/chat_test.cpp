@@ -75,7 +75,7 @@ TEST_F(Chat, TheMenuActsInTheMiddleOfALine) {
   QGuiApplication::clipboard()->setText("before");
   game.squ(0).SetFocus();
   QTest::mouseClick(MainWindow(), Qt::LeftButton, {}, At(63) + QPoint(-200, 50));  // on the log
-  EXPECT_TRUE(ChatHasFocus() && game.txtIn.SelStart() == 0 && game.txtIn.SelLength() == 11);
+  EXPECT_TRUE(ChatHasFocus() && Selected(game.txtIn) == "half a line");
   const std::tuple<Qt::Key, Qt::KeyboardModifier, const char*, Menu&> shortcuts[] = {
       {Qt::Key_C, Qt::ControlModifier, "0check", game.mnuCheck},
       {Qt::Key_X, Qt::ControlModifier, "0cmate", game.mnuCheckMate},
@@ -88,7 +88,7 @@ TEST_F(Chat, TheMenuActsInTheMiddleOfALine) {
     for (int press = 0; press < 2; ++press) Key(key, modifier);  // each of them is a message
     EXPECT_EQ(Sent(), std::string(sent) + sent);
   }
-  EXPECT_TRUE(game.txtIn.Text == "half a line" && game.txtIn.SelLength() == 11 && Log().empty());
+  EXPECT_TRUE(Selected(game.txtIn) == "half a line" && Log().empty());
   EXPECT_EQ(QGuiApplication::clipboard()->text(), "before");
   for (const auto& [key, modifier, sent, item] : shortcuts) {
     game.coordinates.cmdShowCoord.SetFocus();

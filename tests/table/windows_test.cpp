@@ -104,9 +104,9 @@ TEST_F(Table, ZoomKeepsTheTableOnTheScreen) {  // of 2,560 by 2,000 pixels
     const std::string table = std::to_string(width) + " by " + std::to_string(height) + ", " + std::to_string(beside);
     QTest::keyClick(MainWindow(), Qt::Key_0, Qt::ControlModifier);
     Zoom::BeginFor(width, height, beside);
-    EXPECT_EQ(size_factor, first) << table;
+    EXPECT_EQ(zoom_factor, first) << table;
     for (int i = 0; i < 9; ++i) QTest::keyClick(MainWindow(), Qt::Key_Plus, Qt::ControlModifier);
-    EXPECT_EQ(size_factor, last) << table;
+    EXPECT_EQ(zoom_factor, last) << table;
   }
   Zoom::BeginFor(FrmChess::kScaleWidth, FrmChess::kScaleHeight, FrmToolWindow::kScaleWidth);
   QTest::keyClick(MainWindow(), Qt::Key_0, Qt::ControlModifier);
@@ -173,7 +173,7 @@ TEST_F(Table, DisabledItTakesNoInputAndLooksAsBefore) {
   Key(Qt::Key_M, Qt::AltModifier);
   game.Native()->close();
   EXPECT_TRUE(frmChess.Loaded() && !frmChange.Loaded() && QApplication::activePopupWidget() == nullptr);
-  EXPECT_TRUE(Sent().empty() && Board() == kStart && game.txtIn.Text == "" && size_factor == 1);
+  EXPECT_TRUE(Sent().empty() && Board() == kStart && game.txtIn.Text == "" && zoom_factor == 1);
   Tell("15236");
   EXPECT_TRUE(History().size() == 1 && labels.HasFocus() && labels.Native()->grab().toImage() == before);
 }

@@ -20,7 +20,7 @@ namespace morva {
 
 namespace {
 
-// By whether Tab leads to the control, and whether a click does.
+// Chosen by whether Tab leads to the control, and whether a click does.
 constexpr Qt::FocusPolicy kFocusPolicies[2][2] = {{Qt::NoFocus, Qt::ClickFocus}, {Qt::TabFocus, Qt::StrongFocus}};
 
 QHash<const QWidget*, Control*>& Controls() {
@@ -30,7 +30,7 @@ QHash<const QWidget*, Control*>& Controls() {
 
 }  // namespace
 
-// Turns the toolkit's events on the widget into the control's.
+// Turns Qt's events on the widget into the control's.
 class Control::EventFilter : public QObject {
  public:
   explicit EventFilter(Control& control) : control_(control) {}
@@ -118,7 +118,7 @@ Control::Control(std::unique_ptr<QWidget> widget)
 }
 
 Control::~Control() {
-  // The controls inside are their own owners.
+  // The controls inside have owners of their own.
   const QObjectList children = widget_->children();
   for (QObject* child : children) {
     if (auto* inside = qobject_cast<QWidget*>(child); inside != nullptr && ControlOf(inside) != this) {
@@ -133,7 +133,7 @@ Control::~Control() {
 QWidget* Control::Native() const { return widget_.get(); }
 
 void Control::SetFocus() {
-  // A menu keeps the keys until it closes, and then gives them back by itself.
+  // An open menu has the keyboard focus and gives it back when it closes.
   const bool in_menu = qobject_cast<QMenuBar*>(QApplication::focusWidget()) != nullptr;
   if (!in_menu && QApplication::activePopupWidget() == nullptr) widget_->setFocus();
 }
@@ -172,7 +172,7 @@ void Control::Lay() {
 
 Control* ControlOf(const QWidget* widget) {
   for (; widget != nullptr; widget = widget->parentWidget()) {
-    // A control that is not placed yet is a window to the toolkit.
+    // Qt takes a control that is not placed yet for a window.
     if (Control* control = Controls().value(widget)) return control;
     if (widget->isWindow()) return nullptr;
   }

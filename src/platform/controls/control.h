@@ -33,8 +33,8 @@ enum class SpokenKind {
 
 using MouseHandler = std::function<void(int Button, int Shift, float X, float Y)>;
 
-/// A thing on a window. Lengths are twips within the window or the containing control. A control does not take part in
-/// anything before its window has placed it (Form::Place).
+/// A control on a window. Lengths are twips within the window or the containing control. It does nothing before its
+/// window has placed it (Form::Place).
 class Control : protected PropertyOwner {
  public:
   Control(const Control&) = delete;
@@ -43,7 +43,7 @@ class Control : protected PropertyOwner {
 
   Property<double> Left, Top, Width, Height;  ///< twips
   Property<bool> Visible;
-  Property<bool> Enabled;             ///< False greys the control and stops the user's input
+  Property<bool> Enabled;             ///< False greys the control and blocks the user's input
   Property<bool> TabStop;             ///< whether Tab leads here; at first as usual for its kind
   Property<std::string> ToolTipText;  ///< also what a screen reader reads
   std::string Tag;                    ///< free text
@@ -56,33 +56,33 @@ class Control : protected PropertyOwner {
   std::function<void(Control& Source, float X, float Y)> DragDrop;
 
   SpokenKind Kind = SpokenKind::kUsual;
-  Property<std::string> SpokenName;     ///< what assistive tools call it where it has no caption, or not a telling one
-  std::function<std::string()> Spoken;  ///< the same of a button, an option or an item, asked for when it is wanted
+  Property<std::string> SpokenName;     ///< its name for assistive tools, unless the caption serves
+  std::function<std::string()> Spoken;  ///< the same for a button, an option or an item, asked for when needed
 
-  /// Lets assistive tools see the control in that one, which is a group: an option button in its frame. Members stand
-  /// in the order in which they join.
+  /// Makes the control a member of that group for assistive tools: an option button in its frame. Members stand in the
+  /// order in which they join.
   void JoinGroup(Control& group);
   const Control* Group() const { return group_; }
   const std::vector<Control*>& Members() const { return members_; }
-  /// To be called when Spoken can have got something else to say.
+  /// To be called when Spoken may give another name.
   void SpokenMayChange();
 
   bool AutomaticDrag = false;  ///< a left press starts a drag of this control
 
   void SetFocus();
-  bool HasFocus() const;  ///< whether the keys go here
+  bool HasFocus() const;
 
   QWidget* Native() const;
   /// Puts the control on a window, behind what was placed before. parent is the window's client area or a control.
   virtual void PlaceOn(QWidget* parent, double left, double top, double width, double height);
-  /// Takes up the size of everything, which has changed.
+  /// Applies a new zoom.
   virtual void Rescale();
   /// The text that the layout gives: caption or text, by kind.
   virtual void SetLayoutText(const std::string& /*text*/) {}
 
  protected:
   explicit Control(std::unique_ptr<QWidget> widget);
-  /// Whether the toolkit leaves the mouse on this control to its handlers: on pictures and labels, not on buttons.
+  /// Whether mouse events end at the handlers, as on pictures and labels, or go on to the widget, as on buttons.
   virtual bool TakesMouse() const { return true; }
 
  private:
@@ -94,10 +94,10 @@ class Control : protected PropertyOwner {
   std::vector<Control*> members_;
 };
 
-/// The control that the widget is, or is a part of; none for a window and its bare client area.
+/// The control to which the widget belongs; none for a window and its bare client area.
 Control* ControlOf(const QWidget* widget);
 
-/// Has every control take up the size of everything.
+/// Applies a new zoom to every control.
 void RescaleControls();
 
 }  // namespace morva

@@ -18,18 +18,17 @@ enum class Key {
   kSpace,
   kEnter,
   kEscape,
-  kMenu,  ///< the menu key, or Shift+F10 without a word of the Shift
+  kMenu,  ///< the menu key, or Shift+F10, then without kShiftKey
   kF6,
   kT
 };
 
-/// What is held down with a key: a sum of these.
+/// The modifier keys of a key: a sum of these.
 inline constexpr int kShiftKey = 1;
 inline constexpr int kCtrlKey = 2;
 inline constexpr int kAltKey = 4;
 
-/// Hears of a key before the control or the window does with it what its kind does. True: the handler has acted, and
-/// nothing else happens.
+/// Told of a key before the control or the window handles it. True: the handler has acted, and nothing else happens.
 using KeyHandler = std::function<bool(Key key, int Shift)>;
 
 }  // namespace morva

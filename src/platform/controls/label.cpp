@@ -18,7 +18,7 @@ namespace morva {
 
 namespace {
 
-constexpr double kFocusMargin = 60;  // twips between the text and the ring that marks the focus
+constexpr double kFocusMargin = 60;  // twips between the text and the focus ring
 
 class FittingLabel : public QLabel {
  public:
@@ -31,7 +31,7 @@ class FittingLabel : public QLabel {
     Refit();
   }
 
-  // The text is measured when it is painted: a caller with something more urgent need not wait for it.
+  // The text is measured when it is painted, so that the caller need not wait for it.
   void Refit() {
     fits_ = false;
     update();
@@ -72,7 +72,7 @@ class FittingLabel : public QLabel {
     return fitted_;
   }
 
-  // How much of the label lies within its window, which it can go beyond.
+  // The width that lies within the window: a label can be wider than that.
   int SeenWidth() const {
     int left = 0, seen = width();
     for (const QWidget* inside = this; !inside->isWindow(); inside = inside->parentWidget()) {
@@ -82,7 +82,7 @@ class FittingLabel : public QLabel {
     return seen;
   }
 
-  // A line that would go on beyond the window's edge ends there, with room for the focus ring.
+  // A line longer than that ends at the window's edge, with room for the focus ring.
   QString ShownText() const {
     if (label_.ReliefOf != nullptr) return As<FittingLabel>(*label_.ReliefOf).ShownText();
     const QFontMetrics metrics(FittedFont());
@@ -118,7 +118,7 @@ class FittingLabel : public QLabel {
     painter.drawText(rect().translated(shift), Flags(), ShownText());
   }
 
-  // Where neither black nor white is read on all that stands behind.
+  // For backgrounds on which neither black nor white can be read.
   void DrawHalo(Color color) {
     for (int y = -1; y <= 1; ++y) {
       for (int x = -1; x <= 1; ++x) DrawText(color, {x, y});

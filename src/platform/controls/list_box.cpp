@@ -14,8 +14,8 @@
 
 namespace morva {
 
-// Shows the items that the view has been told of; the list itself may be ahead of it until the next turn of the event
-// loop, so that a thousand new lines cost one layout.
+// The items that the view knows of. The list itself may be ahead of it until the next turn of the event loop, so that a
+// thousand new lines cost one layout.
 class ListBox::Model : public QAbstractListModel {
  public:
   explicit Model(const std::vector<Item>& items) : items_(items) {}
@@ -58,7 +58,7 @@ class ListBox::View : public QListView {
   View() { setItemDelegate(&rows_); }
 
  protected:
-  // Letters are not for the list: the window may have a line for them.
+  // Letters are for the window's input line.
   void keyPressEvent(QKeyEvent* event) override {
     if (event->text().isEmpty()) {
       QListView::keyPressEvent(event);
@@ -73,8 +73,8 @@ class ListBox::View : public QListView {
     PaintFocusRing(painter, viewport()->rect(), 1);
   }
 
-  // Assistive tools hear of the line that the user is on, and of none while the focus is elsewhere: QListView, which is
-  // passed over here, would tell them of every new line.
+  // Assistive tools hear of the current line while the list has the focus. The handlers of QListView, skipped here,
+  // would tell them of every new line.
   void focusInEvent(QFocusEvent* event) override {
     QListView::focusInEvent(event);
     QTimer::singleShot(0, this, [this] { TellLine(); });

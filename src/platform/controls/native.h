@@ -6,7 +6,7 @@
 
 namespace morva {
 
-/// The control's widget as the kind that it was made as.
+/// The control's widget, as the class that it is of.
 template <class W>
 W& As(const Control& control) {
   return *static_cast<W*>(control.Native());

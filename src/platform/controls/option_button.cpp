@@ -17,8 +17,7 @@ namespace morva {
 
 namespace {
 
-// The Tab key enters its group at the chosen button, the arrow keys walk through the group in the tab order, wherever
-// the buttons stand.
+// Tab enters a group at the chosen button; the arrow keys walk through it in tab order, wherever the buttons stand.
 class GroupedButton : public QRadioButton {
  public:
   void TakeTabStop() {
@@ -71,7 +70,7 @@ OptionButton::OptionButton()
   });
 }
 
-// The toolkit's own idea of a group takes in the buttons of inner containers.
+// Qt's own grouping would include the buttons of inner containers.
 void OptionButton::PlaceOn(QWidget* parent, double left, double top, double width, double height) {
   Control::PlaceOn(parent, left, top, width, height);
   auto* group = parent->findChild<QButtonGroup*>(QString(), Qt::FindDirectChildrenOnly);

@@ -95,7 +95,7 @@ class Disc : public QWidget {
     painter.setBrush(QtColor(shape_.BorderColor()));
     painter.drawEllipse(whole);
     painter.setBrush(QtColor(shape_.BackColor()));
-    const double border = std::max(1.0, size_factor);
+    const double border = std::max(1.0, zoom_factor);
     painter.drawEllipse(whole.adjusted(border, border, -border, -border));
   }
 

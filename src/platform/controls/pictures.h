@@ -16,10 +16,10 @@ class PictureBox : public Control, public Surface {
   explicit PictureBox(Border border = Border::kSunken);
   Property<Color> BackColor;
   Property<std::string> Picture;  ///< name of a stored picture; the control takes the picture's size
-  Property<Color> FocusColor;     ///< of the light one of the two lines that mark the focus
+  Property<Color> FocusColor;     ///< of the lighter focus ring
   void Rescale() override;
   void SetLayoutText(const std::string& text) override { Picture = text; }
-  /// What is seen at the place, pixels within the control: colour values from the darkest to the lightest.
+  /// The colours at that place of the picture, pixels within the control.
   Ground GroundAt(const QRect& place) const;
 
  private:

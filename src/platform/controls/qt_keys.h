@@ -6,7 +6,7 @@
 
 namespace morva {
 
-/// The modifier keys of an event of the mouse or the keyboard, as handlers are told of them.
+/// The modifier keys, as handlers are told of them.
 inline int ShiftOf(Qt::KeyboardModifiers modifiers) {
   return (modifiers.testFlag(Qt::ShiftModifier) ? kShiftKey : 0) +
          (modifiers.testFlag(Qt::ControlModifier) ? kCtrlKey : 0) + (modifiers.testFlag(Qt::AltModifier) ? kAltKey : 0);

@@ -7,11 +7,11 @@ class QWidget;
 
 namespace morva {
 
-/// What controls and windows have for a screen reader. The application fills it in; until then nobody listens.
+/// The screen reader, for controls and windows. The application fills it in; until then nobody listens.
 struct ScreenReader {
-  /// Has the text said, wherever the user is.
+  /// Says the text, wherever the focus is.
   std::function<void(const std::string& text)> Say = [](const std::string&) {};
-  /// To be called when assistive tools can have to call the control or window something else now.
+  /// To be called when the control or window may have another name for assistive tools.
   std::function<void(QWidget& widget)> NameMayChange = [](QWidget&) {};
 };
 

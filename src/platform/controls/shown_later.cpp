@@ -24,7 +24,7 @@ ShownLater::~ShownLater() = default;
 void ShownLater::Request() {
   if (impl_->requested) return;
   impl_->requested = true;
-  // With the painting's own priority, so that a square that was painted on before is seen before.
+  // With the priority of painting, so that a square that was drawn on before is painted before.
   QCoreApplication::postEvent(impl_.get(), new QEvent(QEvent::UpdateRequest), Qt::LowEventPriority);
 }
 

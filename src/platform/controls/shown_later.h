@@ -5,12 +5,12 @@
 
 namespace morva {
 
-/// What a control has been told many times in one turn of the event loop is shown once, before the next.
+/// Updates what a control shows once per turn of the event loop, however often it was changed.
 class ShownLater {
  public:
   explicit ShownLater(std::function<void()> show);
   ~ShownLater();
-  /// Asks for it; asked again, it is still shown once.
+  /// Requests the update for the next turn.
   void Request();
   bool Requested() const;
 

@@ -18,7 +18,7 @@ class InputLine : public QLineEdit {
   std::function<void(int)> key_press;
 
  protected:
-  // The toolkit would select what stands in a line that Tab has led to: the next letter would take its place.
+  // Qt would select the whole text when Tab leads here: the next letter would replace it.
   void focusInEvent(QFocusEvent* event) override {
     QFocusEvent plain(QEvent::FocusIn, Qt::OtherFocusReason);
     QLineEdit::focusInEvent(event->reason() == Qt::TabFocusReason || event->reason() == Qt::BacktabFocusReason ? &plain
@@ -37,21 +37,7 @@ class InputLine : public QLineEdit {
 }  // namespace
 
 TextBox::TextBox()
-    : Control(std::make_unique<InputLine>()),
-      Text({}, [this] { As<QLineEdit>(*this).setText(QtText(Text())); }),
-      SelStart(
-          0,
-          [this] {
-            As<QLineEdit>(*this).deselect();
-            As<QLineEdit>(*this).setCursorPosition(SelStart.Assigned());
-          },
-          [this] {
-            const auto& line = As<QLineEdit>(*this);
-            return line.hasSelectedText() ? line.selectionStart() : line.cursorPosition();
-          }),
-      SelLength(
-          0, [this] { As<QLineEdit>(*this).setSelection(SelStart(), SelLength.Assigned()); },
-          [this] { return As<QLineEdit>(*this).selectionLength(); }) {
+    : Control(std::make_unique<InputLine>()), Text({}, [this] { As<QLineEdit>(*this).setText(QtText(Text())); }) {
   Kind = SpokenKind::kLine;
   auto& line = As<InputLine>(*this);
   line.setMaxLength(INT_MAX);

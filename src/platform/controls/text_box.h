@@ -8,8 +8,7 @@ namespace morva {
 class TextBox : public Control {
  public:
   TextBox();
-  Property<std::string> Text;         ///< UTF-8
-  Property<int> SelStart, SelLength;  ///< characters; assigning SelStart puts the cursor there
+  Property<std::string> Text;  ///< UTF-8
   /// Each key with a character, before the text takes it. Enter is the window's, for its default button.
   std::function<void(int KeyAscii)> KeyPress;
   void SelectAll();

@@ -15,7 +15,7 @@ namespace {
 
 constexpr double kTabStop = 1200;  // twips
 
-// The layout of a run without a blank takes the square of its length: a long one may break here and there.
+// Laying out a run without blanks takes time with the square of its length: long ones get places where they may break.
 QString WithBreaks(const QString& text) {
   constexpr int kLongest = 200;
   constexpr QChar kBreak(0x200B);

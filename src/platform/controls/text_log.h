@@ -15,9 +15,9 @@ class TextLog : public Control {
   /// Adds at the end, in a time that does not grow with the text.
   void Append(const std::string& more);
   void HideCaret();  ///< for good; the text can be selected all the same
-  /// Leafs by so many pages, back where it is negative.
+  /// Scrolls by that many pages, up where negative.
   void ScrollPages(int pages);
-  /// The part of the text that is in view, UTF-8, lines apart by LF.
+  /// The text in view, UTF-8, lines apart by LF.
   std::string ShownText() const;
   void SetLayoutText(const std::string& text) override { Text = text; }
   void Rescale() override;

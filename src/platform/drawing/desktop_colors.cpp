@@ -11,7 +11,8 @@ namespace {
 
 constexpr Color kSystemColor = 0x80000000;  // marks a system colour constant
 
-// As far from the face towards the text on it as the text bears: panels are shaded from the one to the other.
+// From the button face towards the text on it, as far as the text stays readable: panels are shaded from the one to the
+// other.
 Color Shadow(Color face, Color text) {
   int percent = 100;
   while (percent > 0 && Contrast(text, {Mixed(face, text, percent), Mixed(face, text, percent)}) < kReadable) --percent;

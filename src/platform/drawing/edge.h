@@ -8,15 +8,15 @@ namespace morva {
 
 enum class Edge { kSunken, kRaised };
 
-/// How wide an edge is, in pixels: two of the layout, and never less.
+/// The width of an edge in pixels: two of the layout, but never less than two.
 int EdgeWidth();
 
-/// Fills the rectangle and leaves an edge round what is painted over its inside. The pixels are
-/// those that everything is measured in: the toolkit's own panels stay two dots of the screen wide at every scale.
+/// Fills the rectangle and draws an edge along its inside. The edge grows with the zoom; that of Qt's own panels does
+/// not.
 void PaintEdge(QPainter& painter, QRect place, Edge edge, const QPalette& palette);
 
-/// Marks what has the focus: a ring of a black line and a light one within the rectangle, each so many pixels wide, so
-/// that it shows on every ground.
+/// Marks the focus by a black and a light ring within the rectangle, each that many pixels wide, to be seen on every
+/// background.
 void PaintFocusRing(QPainter& painter, QRect place, int width, const QColor& light = Qt::white);
 
 }  // namespace morva

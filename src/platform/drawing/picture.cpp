@@ -18,10 +18,10 @@ namespace morva {
 
 namespace {
 
-// Drawn without antialiasing at this many times the resolution and scaled down, neighbouring strokes leave no seams
-// between them and edges come out smooth.
+// Strokes are drawn without antialiasing at this many times the resolution and scaled down: no seams between
+// neighbouring strokes, smooth edges.
 constexpr int kOversampling = 4;
-// What is large already takes less of it, and needs it less.
+// Large pictures need less of it.
 constexpr double kLarge = 2.5;
 constexpr int kOversamplingLarge = 2;
 
@@ -40,7 +40,7 @@ std::size_t qHash(const Key& key, std::size_t seed = 0) {
 
 void Draw(QPainter& painter, const Stroke& stroke) {
   constexpr double kPixel = 1.0 / kTwipsPerPixel;
-  // Every pen lies on the middle of a pixel, so that a line one pixel wide fills a row of them, its ends included.
+  // Pens run along the middle of pixels, so that a line one pixel wide fills a row of them, both ends included.
   constexpr QPointF kMiddle(0.5, 0.5);
   const Qt::PenCapStyle cap = stroke.draw_width == 1 ? Qt::SquareCap : Qt::RoundCap;
   const QPointF first = QPointF(stroke.x1, stroke.y1) * kPixel + kMiddle;
@@ -66,31 +66,13 @@ QImage Render(const Key& key) {
   for (const Stroke& stroke : key.strokes) Draw(painter, stroke);
   painter.end();
 
-  QImage picture(size, QImage::Format_RGB32);
-  for (int y = 0; y < size.height(); ++y) {
-    auto* out = reinterpret_cast<QRgb*>(picture.scanLine(y));
-    for (int x = 0; x < size.width(); ++x) {
-      int red = 0, green = 0, blue = 0;
-      for (int dy = 0; dy < oversampling; ++dy) {
-        const auto* in = reinterpret_cast<const QRgb*>(large.constScanLine(y * oversampling + dy)) +
-                         static_cast<std::ptrdiff_t>(x) * oversampling;
-        for (int dx = 0; dx < oversampling; ++dx) {
-          red += qRed(in[dx]);
-          green += qGreen(in[dx]);
-          blue += qBlue(in[dx]);
-        }
-      }
-      const int samples = oversampling * oversampling;
-      const int half = samples / 2;
-      out[x] = qRgb((red + half) / samples, (green + half) / samples, (blue + half) / samples);
-    }
-  }
+  QImage picture = large.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
   picture.setDevicePixelRatio(key.scale);
   return picture;
 }
 
-// What is stored as plain pixels; nothing where it is stored otherwise. The toolkit's reader looks for plug-ins first,
-// and takes its time over PNG: a fifteenth of the time until the first window is seen.
+// A picture stored as plain pixels; none where it is stored otherwise. Qt's reader looks for plug-ins first and takes
+// its time over PNG: a fifteenth of the time until the first window is seen.
 QImage PlainPicture(const QResource& stored) {
   const auto head = QByteArray::fromRawData(reinterpret_cast<const char*>(stored.data()), stored.size()).left(20);
   int width = 0, height = 0, pixels = 0;
@@ -102,15 +84,15 @@ QImage PlainPicture(const QResource& stored) {
 
 QPixmap PictureOf(const std::vector<Stroke>& strokes, Color background, int width, int height, double scale) {
   static QCache<Key, QPixmap> pictures(96);
-  Key key{strokes, Resolved(background), width, height, scale, size_factor};
+  Key key{strokes, Resolved(background), width, height, scale, zoom_factor};
   for (Stroke& stroke : key.strokes) {
     stroke.color = Resolved(stroke.color);
     stroke.fill = Resolved(stroke.fill);
   }
   if (const QPixmap* known = pictures.object(key)) return *known;
   QPixmap picture = QPixmap::fromImage(Render(key));
-  // A gradient's panel is larger than all pieces together and is painted once an activation.
-  if (width * height <= 64 * 64 * size_factor * size_factor) pictures.insert(key, new QPixmap(picture));
+  // A gradient panel is larger than all pieces together and is painted once per activation.
+  if (width * height <= 64 * 64 * zoom_factor * zoom_factor) pictures.insert(key, new QPixmap(picture));
   return picture;
 }
 
@@ -121,7 +103,7 @@ QPixmap StoredPicture(const std::string& name, double scale) {
   const QResource stored(fine ? finer.fileName() : path);
   QImage picture = PlainPicture(stored);
   if (picture.isNull()) {
-    // Left to find out the format, Qt loads all its plug-ins for other ones.
+    // To detect the format Qt would load all its image plug-ins.
     QImageReader reader(stored.fileName(), "png");
     reader.setAutoDetectImageFormat(false);
     picture = reader.read();
@@ -130,6 +112,6 @@ QPixmap StoredPicture(const std::string& name, double scale) {
   return QPixmap::fromImage(picture);
 }
 
-double ScreenScale() { return size_factor * qApp->devicePixelRatio(); }
+double ScreenScale() { return zoom_factor * qApp->devicePixelRatio(); }
 
 }  // namespace morva

@@ -13,7 +13,7 @@ namespace morva {
 /// Equal strokes share one picture.
 QPixmap PictureOf(const std::vector<Stroke>& strokes, Color background, int width, int height, double scale);
 
-/// Dots of the finest screen for one pixel of the layout.
+/// Device pixels of the finest screen for one pixel of the layout.
 double ScreenScale();
 
 /// The stored picture of that name, the finer one of two, with a pixel ratio of 2, for a scale above 1; empty where

@@ -6,12 +6,12 @@
 
 namespace morva {
 
-/// How many times as large as in the layout everything is; only Zoom changes it.
-inline double size_factor = 1;
+/// How many times as large as in the layout everything is; only Zoom sets it.
+inline double zoom_factor = 1;
 
 /// The nearest whole pixel; exact halves go up, so that neighbours stay neighbours wherever their window stands.
-inline int ToPixels(double twips) { return static_cast<int>(std::floor(twips * size_factor / kTwipsPerPixel + 0.5)); }
+inline int ToPixels(double twips) { return static_cast<int>(std::floor(twips * zoom_factor / kTwipsPerPixel + 0.5)); }
 
-inline double ToTwips(double pixels) { return pixels * kTwipsPerPixel / size_factor; }
+inline double ToTwips(double pixels) { return pixels * kTwipsPerPixel / zoom_factor; }
 
 }  // namespace morva

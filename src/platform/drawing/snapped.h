@@ -6,20 +6,19 @@
 
 namespace morva {
 
-/// The place nearest to the given one whose edges lie between whole dots of the screen, whatever its scale. Places of
-/// one size stay alike.
+/// The nearest place whose edges lie between device pixels, at whatever scale. Places of one size stay alike.
 inline QRectF Snapped(const QPainter& painter, const QRectF& place) {
   const QTransform screen = painter.deviceTransform();
-  const QRectF dots = screen.mapRect(place);
-  return screen.inverted().mapRect(QRectF(dots.topLeft().toPoint(), dots.size().toSize()));
+  const QRectF pixels = screen.mapRect(place);
+  return screen.inverted().mapRect(QRectF(pixels.topLeft().toPoint(), pixels.size().toSize()));
 }
 
-/// The largest square of whole dots within the place, at its upper left.
+/// The largest square of whole device pixels within the place, at its upper left.
 inline QRectF SquareWithin(const QPainter& painter, const QRectF& place) {
   const QTransform screen = painter.deviceTransform();
-  const QRectF dots = screen.mapRect(place);
-  const QPointF corner(std::ceil(dots.left()), std::ceil(dots.top()));
-  const double side = std::floor(std::min(dots.right() - corner.x(), dots.bottom() - corner.y()));
+  const QRectF pixels = screen.mapRect(place);
+  const QPointF corner(std::ceil(pixels.left()), std::ceil(pixels.top()));
+  const double side = std::floor(std::min(pixels.right() - corner.x(), pixels.bottom() - corner.y()));
   return screen.inverted().mapRect(QRectF(corner, QSizeF(side, side)));
 }
 

@@ -37,11 +37,10 @@ class Surface {
   void Circle(double x, double y, double radius) { Circle(x, y, radius, ForeColor); }
   void Circle(double x, double y, double radius, Color color);
 
-  /// What has been drawn since the last Cls, oldest first. A stroke that the very same stroke repeats later on can be
-  /// left out: nothing of it shows.
+  /// The strokes since the last Cls, oldest first. Those that are repeated later may be missing.
   const std::vector<Stroke>& Strokes() const { return strokes_; }
-  /// Leaves such strokes out. Whoever shows the picture calls it before, so that what is drawn again and again, such as
-  /// a mark under a drag, does not pile up.
+  /// Drops such strokes. Called before painting, so that what is drawn again and again, such as the mark under a drag,
+  /// does not pile up.
   void DropRepeated();
 
  protected:

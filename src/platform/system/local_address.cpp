@@ -18,8 +18,8 @@ int Worth(const QHostAddress& address) {
 }
 
 QHostAddress Best() {
-  // Addresses kept for examples: nobody has them, and they lie outside of every network. Connecting a datagram socket
-  // sends nothing: the system only chooses the way, and with it the own address.
+  // Addresses reserved for examples, outside of every network. Connecting a datagram socket sends nothing; the system
+  // only chooses the route, and with it the local address.
   for (const char* outside : {"192.0.2.1", "2001:db8::1"}) {
     QUdpSocket way;
     way.connectToHost(QHostAddress(outside), 9);

@@ -4,8 +4,8 @@
 
 namespace morva {
 
-/// The address by which other computers reach this one: that of the interface which the way out takes; without a way
-/// out, the best that there is, link-local ones after the others and loopback last. Nothing is sent for it.
+/// The address by which other computers reach this one: that of the interface of the default route; without a route the
+/// best one there is, link-local ones late and loopback last. Sends nothing.
 std::string LocalAddress();
 
 }  // namespace morva

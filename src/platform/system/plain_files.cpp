@@ -14,7 +14,7 @@ namespace morva {
 bool FileExists(const std::string& name) { return QFileInfo(QtText(name)).isFile(); }
 
 std::optional<std::string> ReadFile(const std::string& name, std::size_t most) {
-  // Anything but a plain file may never come to an end, or never answer.
+  // Reading anything but a plain file may never end.
   if (!FileExists(name)) return std::nullopt;
   QFile file(QtText(name));
   if (!file.open(QIODevice::ReadOnly)) return std::nullopt;
@@ -28,8 +28,8 @@ bool Overwrite(int file, std::string_view bytes) {
          ::ftruncate(file, static_cast<off_t>(bytes.size())) == 0 && ::fsync(file) == 0;
 }
 
-// Where no second file can be made beside it, the bytes take the old ones' places. The room is there before anything is
-// touched, and what was there goes back when something fails all the same.
+// Where no second file can be made beside it, overwrites the old bytes. Room is allocated before anything is touched,
+// and on failure the old bytes are written back.
 bool WriteInPlace(const std::string& name, std::string_view bytes) {
   const auto before = ReadFile(name, static_cast<std::size_t>(QFileInfo(QtText(name)).size()));
   const int file = before ? ::open(name.c_str(), O_WRONLY | O_CLOEXEC) : -1;
@@ -48,7 +48,7 @@ bool WriteFile(const std::string& name, std::string_view bytes) {
   if (QFileInfo::exists(QtText(name)) && !FileExists(name)) return false;
   QSaveFile file(QtText(name));
   if (!file.open(QIODevice::WriteOnly)) return FileExists(name) && WriteInPlace(name, bytes);
-  // A full disk can take a part, which commit alone would make the file.
+  // A full disk can take some of the bytes, and commit alone would keep those.
   const auto size = static_cast<qint64>(bytes.size());
   return file.write(bytes.data(), size) == size && file.flush() && file.commit();
 }

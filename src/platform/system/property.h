@@ -13,7 +13,7 @@ class PropertyOwner;
 template <class T>
 class Property {
  public:
-  /// Both functions are the control's: one to be told, and one to read a value that lives in the toolkit.
+  /// Both functions are the control's: one is told of assignments, one reads a value that Qt holds.
   Property(T initial, std::function<void()> assigned, std::function<T()> read = {})
       : value_(std::move(initial)), assigned_(std::move(assigned)), read_(std::move(read)) {}
   Property(const Property&) = delete;
@@ -28,7 +28,7 @@ class Property {
   operator T() const { return (*this)(); }
   friend bool operator==(const Property& property, const T& value) { return property() == value; }
 
-  /// What was assigned or stored last, whatever the toolkit holds now.
+  /// What was assigned or stored last, whatever Qt holds now.
   const T& Assigned() const { return value_; }
 
  private:
@@ -38,7 +38,7 @@ class Property {
   std::function<T()> read_;
 };
 
-/// What has properties: it alone stores what the user has done (typing, choosing) in them, without being told of it.
+/// The owner of properties: it alone stores in them what the user did (typing, choosing), without being told of it.
 class PropertyOwner {
  protected:
   template <class T>

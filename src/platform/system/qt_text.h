@@ -16,7 +16,7 @@ inline constexpr qsizetype kShort =
     1000;  ///< characters: setting a line takes the longer the longer it is, seen or not
 inline constexpr std::size_t kShortBytes = 4 * kShort;
 
-/// The beginning of a text that may be of any length, with "…" where it goes on.
+/// The beginning of a text of any length, with "…" where it goes on.
 inline QString ShortText(const std::string& text) {
   const QString shown = QtText(text.substr(0, kShortBytes));
   return shown.size() <= kShort ? shown : shown.left(kShort) + "…";
@@ -28,7 +28,7 @@ inline QString ShortEnd(const std::string& text) {
   return shown.size() <= kShort ? shown : "…" + shown.right(kShort);
 }
 
-/// A tool tip that shows the text as it stands: the toolkit would guess at what is markup in it.
+/// A tool tip that shows the text as it stands: Qt would guess at markup in it.
 inline QString TipText(const std::string& text) {
   return text.empty() ? QString() : "<p style='white-space:pre-wrap'>" + ShortText(text).toHtmlEscaped() + "</p>";
 }

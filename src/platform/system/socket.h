@@ -23,7 +23,7 @@ class Socket {
 
   /// Waits for connection requests on LocalPort, on every address of this machine. False: the port can't be had.
   bool Listen();
-  /// Starts an attempt; Connected tells its success, nothing its failure.
+  /// Starts an attempt; Connected reports success, nothing reports failure.
   void Connect();
   /// Takes over the waiting connection; none where nobody waits.
   std::unique_ptr<TcpStream> Accept(int requestID);

@@ -23,7 +23,7 @@ Play Speaker() {
 
 }  // namespace
 
-// Looking for the device takes longer than painting a move: what is heard follows what is seen.
+// Opening the device takes longer than painting a move: painting goes first.
 void PlaySoundImage(std::span<const unsigned char> wave) {
   constexpr int kAfterPaintingMs = 1;
   QTimer::singleShot(kAfterPaintingMs, QCoreApplication::instance(), [wave] {

@@ -1,4 +1,4 @@
-// What plays the sounds: a part of its own, loaded at the first of them.
+// The sound player: a library of its own, loaded with the first sound.
 
 #include <pulse/pulseaudio.h>
 

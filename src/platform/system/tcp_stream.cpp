@@ -35,10 +35,10 @@ TcpStream::~TcpStream() {
 }
 
 void TcpStream::Wait(int ms, bool to_read, bool to_write) {
-  // The other side waits for the acknowledgement, which the system would put off for something to send along with it.
+  // The other side waits for the acknowledgement, which the system would delay to send it along with data.
   if (std::exchange(unacknowledged_, false)) Set(connection_, TCP_QUICKACK, 1);
   const int wanted = (to_read ? POLLIN : 0) | (to_write ? POLLOUT : 0);
-  // A broken connection is told even when nothing is wanted, again and again: then it is left out.
+  // poll() reports a broken connection even when nothing is wanted, again and again: then it is left out.
   pollfd watched[] = {{wake_, POLLIN, 0}, {wanted != 0 ? connection_ : -1, static_cast<short>(wanted), 0}};
   ::poll(watched, 2, ms);
   if (watched[0].revents == 0) return;

@@ -30,9 +30,9 @@ class TcpStream {
   std::size_t Write(std::string_view bytes);
   /// Whether the other side's system has everything that was written.
   bool Acknowledged() const;
-  /// The least time in which something went to the other side and was acknowledged, milliseconds; 0: not known.
+  /// The shortest round trip so far, milliseconds; 0: not known.
   int RoundTripMs() const;
-  /// Counts the connection as broken once the other side has not taken what was sent for so many milliseconds.
+  /// Treats the connection as broken once the other side has not acknowledged data for so many milliseconds.
   void GiveUpAfter(int ms) const;
   /// Tells the other side that nothing more follows.
   void FinishWriting() const;

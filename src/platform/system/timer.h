@@ -7,8 +7,8 @@
 
 namespace morva {
 
-/// Ticks as events, again and again, from the moment it is made. A tick takes at least 15 ms, one picture of a usual
-/// screen, however short the Interval is: what moves a step a tick is seen to move.
+/// Ticks again and again from the moment it is made. A tick takes at least 15 ms, one frame of a usual screen, however
+/// short the Interval: steps of an animation are seen.
 class Timer {
  public:
   explicit Timer(int interval_ms = 0);

@@ -133,13 +133,13 @@ QCursor Hand(const QWidget& window) {
   constexpr int kSide = 32;
   constexpr int kFingertip = 20;
   const double scale = window.devicePixelRatioF();
-  const double dots = scale * size_factor;  // a pixel of the layout
+  const double dots = scale * zoom_factor;  // a pixel of the layout
   QPixmap hand = StoredPicture("hand");
   const int side = qRound(kSide * dots);
   if (hand.width() != side) hand = hand.scaled(side, side, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
   hand.setDevicePixelRatio(scale);
   // Under X a cursor is measured in dots.
-  const double unit = IsOnXServer() ? dots : size_factor;
+  const double unit = IsOnXServer() ? dots : zoom_factor;
   return QCursor(hand, qRound(kFingertip * unit), 0);
 }
 

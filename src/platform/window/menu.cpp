@@ -31,7 +31,7 @@ void Menu::Stand(QAction* action, const Row& row) {
     action_->setAutoRepeat(false);
   }
   QObject::connect(action_, &QAction::triggered, [this] {
-    // A click does what the program says; the toolkit's own toggling is taken back.
+    // The program decides what a click does: Qt's own toggling is undone.
     if (action_->isCheckable()) action_->setChecked(Checked());
     if (Click) Click();
   });

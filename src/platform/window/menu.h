@@ -27,7 +27,7 @@ class Menu {
   struct Row;
   /// Makes the items of a table, which then belong to the window; returns those that stand in its bar.
   static std::vector<QAction*> Make(QWidget& window, std::initializer_list<Row> rows);
-  /// Opens the menu at a place on the screen and waits until it is closed; nothing happens where it is none.
+  /// Opens the menu at a place on the screen and waits until it closes; does nothing for an item.
   void OpenAt(const QPoint& screen);
 
  private:

@@ -48,8 +48,8 @@ const Stacking* Anchor() {
 // Measures by another zoom for as long as it lives.
 class AtZoom {
  public:
-  explicit AtZoom(double factor) : before_(std::exchange(size_factor, factor)) {}
-  ~AtZoom() { size_factor = before_; }
+  explicit AtZoom(double factor) : before_(std::exchange(zoom_factor, factor)) {}
+  ~AtZoom() { zoom_factor = before_; }
   AtZoom(const AtZoom&) = delete;
   AtZoom& operator=(const AtZoom&) = delete;
 
@@ -92,7 +92,7 @@ double FirstStep(QSize frame) { return Fits(1, frame, false) ? 1 : kSteps.front(
 
 // Has every control and window apply the zoom.
 void Rescale(double factor) {
-  size_factor = factor;
+  zoom_factor = factor;
   QApplication::setFont(ProgramFont());
   const QWidgetList widgets = QApplication::allWidgets();
   for (QWidget* widget : widgets) {
@@ -109,8 +109,8 @@ QPoint ClientCorner(const Stacking& window) {
 
 void Resize(double factor) {
   const Stacking* anchor = Anchor();
-  if (factor == size_factor || anchor == nullptr) return;
-  const double ratio = factor / size_factor;
+  if (factor == zoom_factor || anchor == nullptr) return;
+  const double ratio = factor / zoom_factor;
   const QRect frame(anchor->Place().Corner(), anchor->Place().OuterSize());
   const QPoint client = ClientCorner(*anchor);
   QPoint corner = anchor->Place().AskedCorner();
@@ -155,14 +155,14 @@ void Choose(double step) {
   is_first_step = false;
   const auto flies = [](const Stacking* window) { return window->Window().Style().round; };
   if (std::none_of(Stacking::All().begin(), Stacking::All().end(), flies)) Resize(step);
-  screen_reader.Say(std::to_string(std::lround(100 * size_factor)) + " per cent");
+  screen_reader.Say(std::to_string(std::lround(100 * zoom_factor)) + " per cent");
 }
 
 void Step(int direction) {
-  const auto now = std::find(kSteps.begin(), kSteps.end(), size_factor) - kSteps.begin();
+  const auto now = std::find(kSteps.begin(), kSteps.end(), zoom_factor) - kSteps.begin();
   const double next =
       kSteps.at(static_cast<std::size_t>(std::clamp<std::ptrdiff_t>(now + direction, 0, kSteps.size() - 1)));
-  Choose(direction < 0 ? next : std::max(size_factor, std::min(next, LargestStep())));
+  Choose(direction < 0 ? next : std::max(zoom_factor, std::min(next, LargestStep())));
 }
 
 bool TakesKey(QKeyEvent& event) {
@@ -204,7 +204,7 @@ void Zoom::BeginFor(double client_width, double client_height, double beside) {
   tool_width = beside;
   is_first_step = true;
   constexpr QSize kUsualFrame(10, 36);  // pixels
-  size_factor = FirstStep(kUsualFrame);
+  zoom_factor = FirstStep(kUsualFrame);
   QApplication::setFont(ProgramFont());
   // The frame that the window manager really draws shows only with the first window that has one.
   Stacking::frame_is_known = [](QSize frame) {
