@@ -44,6 +44,9 @@ inline bool Await(const std::function<bool()>& condition, int ms = 5000) {
   return true;
 }
 
+/// The box that has the focus; none where none has.
+inline QMessageBox* Box() { return qobject_cast<QMessageBox*>(QApplication::activeWindow()); }
+
 using Lines = std::vector<std::string>;
 
 inline const std::string kStart = "fhgjighfeeeeeeee" + std::string(32, '.') + "ooooooooprqtsqrp";
@@ -53,7 +56,7 @@ class BoxUser {
  public:
   explicit BoxUser(QMessageBox::StandardButton answer = QMessageBox::Ok, std::function<void()> meanwhile = {}) {
     clock_.callOnTimeout([this, answer, meanwhile] {
-      auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+      QMessageBox* box = Box();
       if (box == nullptr) return;
       boxes.push_back((box->windowTitle() + "|" + box->text() + "|" + QString::number(box->icon())).toStdString());
       EXPECT_EQ(box->textFormat(), Qt::PlainText);

@@ -45,7 +45,7 @@ void FrmControl::GoServer() {
   if (tcp.Listen()) return;
   MsgBox("Morva can't wait for a guest: port " + std::to_string(kPort) +
              " is taken by another program on this computer, perhaps by a second Morva. Close it and start again.",
-         "Morva", MsgBoxButtons::kOk, MsgBoxIcon::kCritical);
+         "Morva");
   End();
 }
 

@@ -13,7 +13,7 @@ namespace {
 constexpr double kGuestHeight = 2130;
 constexpr double kHostHeight = 1665;
 
-void Oops(const std::string& text) { MsgBox(text, "Oops", MsgBoxButtons::kOk, MsgBoxIcon::kCritical); }
+void Oops(const std::string& text) { MsgBox(text, "Oops"); }
 
 }  // namespace
 

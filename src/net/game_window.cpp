@@ -13,8 +13,7 @@ namespace morva {
 void GameWindow::ShowMessage(const std::string& text) {
   constexpr std::size_t kMaxBoxes = 8;
   if (shown_messages_.size() == kMaxBoxes || !shown_messages_.insert(text).second) return;
-  ShowNotice(
-      text, "Message", [this] { return !Enabled(); }, [this, text] { shown_messages_.erase(text); });
+  ShowNotice(text, "Message", [this, text] { shown_messages_.erase(text); });
 }
 
 void GameWindow::NewChess() {
@@ -35,10 +34,10 @@ void GameWindow::NewCheckers() {
 
 void GameWindow::Disconnect() {
   frmControl->tcp.Close();
-  const MsgBoxResult answer = MsgBox(Shortened(OpNick) + " has left. Do you want to save the game?", "Morva",
-                                     MsgBoxButtons::kYesNo, MsgBoxIcon::kExclamation, MsgBoxCause::kByItself);
-  if (answer == MsgBoxResult::kYes) SaveGame();
-  End();
+  ShowQuestion(Shortened(OpNick) + " has left. Do you want to save the game?", "Morva", [this](bool yes) {
+    if (yes) SaveGame();
+    End();
+  });
 }
 
 }  // namespace morva

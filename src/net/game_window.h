@@ -27,7 +27,7 @@ class GameWindow : public Board {
   void NewCheckers();
 
   /// The other side has left: offers to save the game, then ends the program.
-  [[noreturn]] void Disconnect();
+  void Disconnect();
 
   virtual void out(const std::string& s) = 0;          ///< a line of chat
   virtual void highlight(const std::string& who) = 0;  ///< shows the turn: "me" or "you"

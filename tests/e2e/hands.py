@@ -6,7 +6,7 @@ import sys
 import time
 
 from desk import Desk, awaited, check, own_network, run
-from player import RDO_HOST, Line, Player
+from player import CHESS, RDO_HOST, Line, Player
 
 
 class Table:
@@ -31,6 +31,10 @@ class Table:
     def holds(self, key, seconds=1.2):
         """Long enough for a key to repeat itself some ten times."""
         self.desk.act("keydown", key, "sleep", seconds, "keyup", key)
+
+    def types(self, text, pace):
+        """A key each so many milliseconds."""
+        self.desk.act("type", "--delay", 2 * pace, text)  # xdotool waits half of that
 
 
 def keys_held_down():
@@ -71,9 +75,69 @@ def the_first_windows():
             ann.ended()
 
 
+def a_sentence_goes_on():
+    """A box comes in the middle of a sentence: all of that is in the chat line, and nothing has answered."""
+    with Table() as table:
+        ann, line, desk = table.ann, table.line, table.desk
+        for pace, before, behind in [(60, 0, 0), (100, 0, 0), (130, 0, 0), (160, 0, 0), (250, 0, 0), (60, 1, 0), (60, 0, 1)]:
+            table.types("no game,", pace)
+            time.sleep(before)
+            line.says("0check")
+            if behind:
+                ann.window("Message")
+                time.sleep(behind)
+            table.types(" I did not", pace)
+            ann.keys("Return")
+            check(ann.find("Message"), f"the box waits for its answer at {pace} ms a key")
+            time.sleep(0.8)
+            ann.keys("Return")
+            ann.gone("Message")
+            ann.listens()
+            ann.keys("Return")
+            line.hears("0no game, I did not")
+        line.says("0check")
+        ann.window("Message")
+        time.sleep(0.8)
+        table.types("n", 60)  # alone it answers nothing
+        time.sleep(0.8)
+        ann.keys("Return")
+        ann.gone("Message")
+        ann.listens()
+        ann.keys("Return")
+        line.hears("0n")
+
+
+def the_other_side_leaves():
+    """In the middle of a sentence, under a desktop whose first button is No, while a save dialog is open."""
+    with Table(XDG_CURRENT_DESKTOP="GNOME", GSETTINGS_BACKEND="memory") as table:
+        ann, desk = table.ann, table.desk
+        ann.keys("F2")
+        ann.window("Save Game as")
+        table.line.connection.close()
+        time.sleep(0.5)
+        check(len(ann.windows()) == 3, "no box over the save dialog")
+        ann.keys("Escape")
+        ann.window("Morva")
+        table.types("why, n", 60)
+        ann.keys("Return", "Escape")
+        time.sleep(0.8)
+        ann.keys("Escape", "alt+F4")
+        time.sleep(0.8)
+        ann.keys("Return")
+        ann.window("Save Game as")
+        ann.keys("ctrl+a")
+        desk.type(ann.folder / "last.mrv")
+        ann.answer("Save Game as", "Return")  # the desktop's own dialog may want a second one, for what it offers to add
+        ann.ended()
+        check(ann.game_file("last.mrv") == CHESS, "the game is saved")
+
+
 def main():
     own_network()
-    return run({"keys held down": keys_held_down, "the first windows": the_first_windows})
+    plays = {"keys held down": keys_held_down, "the first windows": the_first_windows,
+                "a sentence goes on": a_sentence_goes_on,
+             "the other side leaves": the_other_side_leaves}
+    return run({name: play for name, play in plays.items() if name in sys.argv[1:] or not sys.argv[1:]})
 
 
 if __name__ == "__main__":

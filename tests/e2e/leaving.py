@@ -3,6 +3,7 @@
 import socket
 import struct
 import sys
+import time
 
 from desk import Desk, awaited, check, own_network, run
 from player import CHANGE_DIALOG, CHESS, PORTRAIT, VERSION, Line, Player
@@ -40,7 +41,7 @@ def the_question_about_overwriting(ann):
     awaited(lambda: len(ann.windows()) == 4, "the question")
 
 
-# Who goes how, and what Ann has in front of her then.
+# Who goes how, what Ann has in front of her then, and the keys that close what is not asked over.
 ROWS = {
     "leaves behind nobody's nick": (leaves, None),
     "is killed behind the board": (is_killed, lambda ann: None),
@@ -48,17 +49,16 @@ ROWS = {
     "is killed behind the change dialog": (
         is_killed, lambda ann: ann.desk.click(*ann.square(52), button=3) or ann.window(CHANGE_DIALOG)),
     "leaves behind the author": (leaves, the_author),
-    "is cut off behind the open dialog": (is_cut_off, lambda ann: ann.keys("F3") or ann.window("Open Game")),
-    "is killed behind the question about overwriting": (is_killed, the_question_about_overwriting),
-    "is cut off behind a menu": (is_cut_off, lambda ann: ann.menu("alt+g", "Down")),
-    "leaves behind the menu of the tool window": (leaves, lambda ann: ann.open_tool_menu()),
+    "is killed behind the question about overwriting": (is_killed, the_question_about_overwriting, "Escape", "Escape"),
+    "is cut off behind a menu": (is_cut_off, lambda ann: ann.menu("alt+g", "Down"), "Escape"),
+    "leaves behind the menu of the tool window": (leaves, lambda ann: ann.open_tool_menu(), "Escape"),
     "is killed behind a flying disc": (is_killed, lambda ann: ann.keys("ctrl+s")),
     "is cut off behind a piece in the hand": (is_cut_off, lambda ann: ann.desk.act(
         "mousemove", *ann.square(52), "mousedown", 1, "mousemove", *ann.square(44))),
 }
 
 
-def play(how, in_front):
+def play(how, in_front, *closing):
     with Desk() as desk:
         ann = Player(desk, "Ann")
         ann.host()
@@ -72,6 +72,10 @@ def play(how, in_front):
             in_front(ann)
         dialogs = {window.ident for window in ann.windows()}
         how(ann.line)
+        if closing:
+            time.sleep(0.3)
+            check({window.ident for window in ann.windows()} == dialogs, "no question over a menu or a file dialog")
+            ann.keys(*closing)
         ann.answer("Morva", "alt+y")
         awaited(lambda: any(w.title == "Save Game as" and w.ident not in dialogs and w.has_keys() for w in ann.windows()),
                 "a save dialog of its own")

@@ -208,7 +208,8 @@ class Player:
         self.desk.enter(text)
 
     def answer(self, title, *keys):
-        """Answers a box by its keys. A box that has just come takes none for a moment, and none that seems held down."""
+        """Answers a box by its keys. A box that has just come takes no Enter for a moment, nor does it
+        while keys come."""
         self.window(title)
         self.press_until(lambda: not self.find(title), *keys)
 
@@ -217,7 +218,7 @@ class Player:
 
         def pressed():
             self.desk.keys(*keys)
-            until = time.monotonic() + 0.4
+            until = time.monotonic() + 0.9
             while not condition() and time.monotonic() < until:
                 time.sleep(0.02)
             return condition()

@@ -133,7 +133,7 @@ TEST_F(Dispatch, CannedWordsOpenABoxAndEverythingElseIsChat) {
     Tell("2" + std::to_string(number));
     Tell("0iwin");
   }
-  EXPECT_TRUE(Await([&] { return user.boxes.size() == 8 && QApplication::activeModalWidget() == nullptr; }));
+  EXPECT_TRUE(Await([&] { return user.boxes.size() == 8 && Box() == nullptr; }));
 }
 
 TEST_F(Dispatch, SenselessMessagesDoNoHarm) {

@@ -1,5 +1,6 @@
 #include <QClipboard>
 #include <QPointer>
+#include <QPushButton>
 
 #include "tests/game.h"
 
@@ -49,24 +50,42 @@ TEST_F(Chat, LinesGoToTheLogAndOut) {
 }
 
 TEST_F(Chat, ABoxIsNotAnsweredByTheLineThatIsBeingTyped) {
-  Type("I w");
-  Tell("0check");
-  ASSERT_TRUE(Await([] { return QApplication::activeModalWidget() != nullptr; }));
-  const QPointer<QWidget> box = QApplication::activeModalWidget();
-  QWidget* ok = box->findChild<QAbstractButton*>();
-  for (const char key : std::string("in")) QTest::keyClick(ok, key);
-  QTest::keyClick(ok, Qt::Key_S, Qt::ControlModifier);
-  QTest::mouseClick(ok, Qt::LeftButton);
-  QTest::keyClick(ok, Qt::Key_Return);
-  EXPECT_TRUE(box != nullptr && box->isVisible() && Sent() == "0I win" && !frmShowMove.Loaded());
-  for (int held = 0; held < 40; ++held) {  // the key repeats itself far beyond the time in which the box is deaf
-    QTest::qWait(20);
-    QTest::keyPress(ok, Qt::Key_Return);
-  }
-  EXPECT_TRUE(box->isVisible());
-  QTest::qWait(200);
-  QTest::keyClick(ok, Qt::Key_Return);
-  EXPECT_TRUE(Await([&] { return box.isNull(); }));
+  QPointer<QMessageBox> box;
+  const auto comes = [&] {
+    Tell("0check");
+    ASSERT_TRUE(Await([&] { return (box = Box()) != nullptr; }));
+  };
+  const auto key = [&](Qt::Key pressed, const char* line) {
+    QTest::keyClick(box->defaultButton(), pressed);
+    QTest::qWait(1);
+    EXPECT_TRUE(box != nullptr && frmChess->txtIn.Text == line) << pressed;
+  };
+  const auto closes = [&] { return Await([&] { return box.isNull(); }); };
+  Type("i");
+  comes();
+  QTest::keyClick(MainWindow(), Qt::Key_Space);  // before the box has the keys
+  for (const auto& [pressed, line] : {std::pair{Qt::Key_W, "i w"}, {Qt::Key_Return, "i w"}, {Qt::Key_Escape, "i w"}})
+    key(pressed, line);
+  QTest::qWait(750);
+  key(Qt::Key_Space, "i w ");
+  Click(52, Qt::RightButton);
+  EXPECT_TRUE(!frmChange.Loaded() && Sent().empty());
+  QTest::qWait(750);
+  QTest::keyClick(box->defaultButton(), Qt::Key_Return);
+  EXPECT_TRUE(closes() && Sent().empty());
+  frmChess->txtIn.Text = "";
+  comes();
+  QTest::qWait(750);
+  key(Qt::Key_O, "o");
+  frmChess->txtIn.Text = "";
+  key(Qt::Key_Space, " ");
+  frmChess->txtIn.Text = "";
+  QTest::qWait(750);
+  QTest::keyClick(box->defaultButton(), Qt::Key_Space);
+  EXPECT_TRUE(closes());
+  comes();
+  QTest::mouseClick(box->defaultButton(), Qt::LeftButton);
+  EXPECT_TRUE(closes());
 }
 
 TEST_F(Chat, TheMenuActsInTheMiddleOfALine) {

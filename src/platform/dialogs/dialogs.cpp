@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QDir>
+#include <QEventLoop>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QGridLayout>
@@ -10,6 +11,7 @@
 #include <QStandardPaths>
 #include <QTimer>
 #include <algorithm>
+#include <memory>
 
 #include "platform/accessibility/announce.h"
 #include "platform/dialogs/unasked_box.h"
@@ -26,16 +28,7 @@ constexpr int kNarrowestBox = 220;  // pixels of any size of everything: title b
 constexpr int kLookAgainMs = 100;
 constexpr int kLongestText = 500;  // characters; the buttons must stay on the screen
 
-QMessageBox::Icon IconOf(MsgBoxIcon icon) {
-  switch (icon) {
-    case MsgBoxIcon::kCritical:
-      return QMessageBox::Critical;
-    case MsgBoxIcon::kExclamation:
-      return QMessageBox::Warning;
-    default:
-      return QMessageBox::NoIcon;
-  }
-}
+int file_dialogs = 0;  // that are open
 
 QString StartFolder(const std::string& wanted) {
   const QFileInfo folder(QtText(wanted));
@@ -55,6 +48,16 @@ QWidget* Parent() {
   return active != nullptr ? active : Stacking::Main();
 }
 
+// The window with the chat line, which stays to the end; none before there is one.
+NativeWindow* Table() {
+  const QWidgetList windows = QApplication::topLevelWidgets();
+  const auto table = std::find_if(windows.begin(), windows.end(), [](const QWidget* window) {
+    const NativeWindow* form = NativeWindow::Of(window);
+    return form != nullptr && form->isVisible() && NativeWindow::Of(form->text_line) == form;
+  });
+  return table == windows.end() ? nullptr : NativeWindow::Of(*table);
+}
+
 void SetUp(QMessageBox& box, const std::string& text, const std::string& title) {
   box.setTextFormat(Qt::PlainText);
   const QString whole = QtText(text);
@@ -62,6 +65,7 @@ void SetUp(QMessageBox& box, const std::string& text, const std::string& title) 
   box.setWindowTitle(QtText(title));
   box.setAccessibleName(box.text());  // which stands on a Braille line beside the button
   box.setStandardButtons(QMessageBox::Ok);
+  box.setDefaultButton(QMessageBox::Ok);
   box.setWindowFlag(Qt::WindowStaysOnTopHint);
   // Wide enough for its title.
   auto* grid = qobject_cast<QGridLayout*>(box.layout());
@@ -70,17 +74,45 @@ void SetUp(QMessageBox& box, const std::string& text, const std::string& title) 
 }
 
 // Not every window manager gives the keys back to the window that had them.
-void GiveKeysBack(const QDialog& box) {
-  QWidget* next = QApplication::activeModalWidget();
-  if (next == nullptr || next == &box) next = box.parentWidget();
+void GiveKeysBack(const QDialog& box, QWidget* before) {
+  QWidget* next = UnaskedBox::Newest();
+  if (next == nullptr) next = QApplication::activeModalWidget();
+  if (next == nullptr || next == &box) next = before != nullptr ? before : box.parentWidget();
   if (next != nullptr) next->activateWindow();
 }
 
 // Shows it until it is answered.
 int Answer(QDialog& box) {
+  const QPointer before = Parent();
   const int answer = box.exec();
-  GiveKeysBack(box);
+  GiveKeysBack(box, before);
   return answer;
+}
+
+// A menu would close, and what is typed into a file dialog is a name.
+void WhenFree(const std::function<void()>& show) {
+  if (file_dialogs == 0 && QApplication::activePopupWidget() == nullptr) return show();
+  QTimer::singleShot(kLookAgainMs, qApp, [show] { WhenFree(show); });
+}
+
+std::unique_ptr<UnaskedBox> MakeUnasked(const std::string& text, const std::string& title, QMessageBox::Icon icon) {
+  NativeWindow* table = Table();
+  auto box = std::make_unique<UnaskedBox>(table, table == nullptr ? nullptr : table->text_line);
+  box->setIcon(icon);  // lays everything out anew
+  SetUp(*box, text, title);
+  QObject::connect(box.get(), &QMessageBox::finished,
+                   [&shown = *box, before = QPointer(Parent())] { GiveKeysBack(shown, before); });
+  return box;
+}
+
+// Asks until there is a name that will do. Empty: the user gave none.
+QString Chosen(QFileDialog& dialog) {
+  while (Answer(dialog) == QDialog::Accepted) {
+    const QString path = dialog.selectedFiles().value(0);
+    if (path.contains('*')) continue;  // a pattern asks for a name; it is none
+    return path;
+  }
+  return {};
 }
 
 bool Ask(CommonDialog& settings, QFileDialog::AcceptMode mode) {
@@ -93,56 +125,46 @@ bool Ask(CommonDialog& settings, QFileDialog::AcceptMode mode) {
   if (!settings.FileName.empty() && !QDir::isAbsolutePath(QtText(settings.FileName))) {
     dialog.selectFile(QtText(settings.FileName));
   }
-  QStringList chosen;
   Stacking::LetAllBeCovered(true);  // a desktop's own dialog can't be told to stay on top, too
-  do {
-    chosen = Answer(dialog) == QDialog::Accepted ? dialog.selectedFiles() : QStringList();
-    // A pattern asks for a name; it is none.
-  } while (!chosen.isEmpty() && chosen.front().contains('*'));
+  ++file_dialogs;
+  const QString chosen = Chosen(dialog);
+  --file_dialogs;
   Stacking::LetAllBeCovered(false);
   if (chosen.isEmpty()) return false;
-  settings.FileName = StdText(chosen.front());
+  settings.FileName = StdText(chosen);
   return true;
 }
 
 }  // namespace
 
-MsgBoxResult MsgBox(const std::string& text, const std::string& title, MsgBoxButtons buttons, MsgBoxIcon icon,
-                    MsgBoxCause cause) {
+void MsgBox(const std::string& text, const std::string& title) {
   QMessageBox box(Parent());
-  box.setIcon(IconOf(icon));  // lays everything out anew
+  box.setIcon(QMessageBox::Critical);  // lays everything out anew
   SetUp(box, text, title);
-  if (buttons == MsgBoxButtons::kYesNo) {
-    box.setStandardButtons(QMessageBox::Yes | QMessageBox::No);
-    Announce("Yes or No");
-  }
-  if (cause == MsgBoxCause::kByItself) new UnaskedBox(box);
-  switch (Answer(box)) {
-    case QMessageBox::Yes:
-      return MsgBoxResult::kYes;
-    case QMessageBox::No:
-      return MsgBoxResult::kNo;
-    default:
-      return MsgBoxResult::kOk;
-  }
+  Answer(box);
 }
 
-void ShowNotice(const std::string& text, const std::string& title, const std::function<bool()>& busy,
-                const std::function<void()>& closed) {
-  if (QApplication::activeModalWidget() != nullptr || QApplication::activePopupWidget() != nullptr || busy()) {
-    QTimer::singleShot(kLookAgainMs, Stacking::Main(), [=] { ShowNotice(text, title, busy, closed); });
-    return;
-  }
-  auto* box = new QMessageBox(Parent());
-  SetUp(*box, text, title);
-  box->setAttribute(Qt::WA_DeleteOnClose);
-  QObject::connect(box, &QMessageBox::finished, [closed, parent = QPointer(box->parentWidget())] {
-    if (parent != nullptr) parent->activateWindow();
-    closed();
+void ShowNotice(const std::string& text, const std::string& title, const std::function<void()>& closed) {
+  WhenFree([=] {
+    UnaskedBox* box = MakeUnasked(text, title, QMessageBox::NoIcon).release();
+    box->setAttribute(Qt::WA_DeleteOnClose);
+    QObject::connect(box, &QMessageBox::finished, closed);
+    box->show();
   });
-  new UnaskedBox(*box);
-  box->setModal(true);
-  box->show();
+}
+
+void ShowQuestion(const std::string& text, const std::string& title, const std::function<void(bool yes)>& answered) {
+  WhenFree([=] {
+    const std::unique_ptr<UnaskedBox> box = MakeUnasked(text, title, QMessageBox::Warning);
+    box->setStandardButtons(QMessageBox::Yes | QMessageBox::No);
+    box->setDefaultButton(QMessageBox::Yes);  // of itself each desktop has its own
+    Announce("Yes or No");
+    QEventLoop open;
+    QObject::connect(box.get(), &QMessageBox::finished, &open, &QEventLoop::quit);
+    box->show();
+    open.exec();
+    answered(box->clickedButton() == box->button(QMessageBox::Yes));
+  });
 }
 
 bool CommonDialog::ShowOpen() { return Ask(*this, QFileDialog::AcceptOpen); }

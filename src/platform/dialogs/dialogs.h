@@ -5,23 +5,16 @@
 
 namespace morva {
 
-enum class MsgBoxButtons { kOk, kYesNo };
-enum class MsgBoxIcon { kNone, kCritical, kExclamation };
-enum class MsgBoxResult { kOk, kYes, kNo };
+/// Shows a box with OK and the critical icon, the text as it stands, nothing in it taken for markup, and waits for the
+/// user. Timers and sockets go on meanwhile.
+void MsgBox(const std::string& text, const std::string& title);
 
-/// What a box answers: something that the user has just done, or nothing of the kind. The latter takes neither keys nor
-/// clicks in its first 700 ms.
-enum class MsgBoxCause { kUser, kByItself };
-
-/// Shows a box with the text as it stands, nothing in it taken for markup, and waits for the user. Timers and sockets
-/// go on meanwhile. Closing a Yes/No box counts as No.
-MsgBoxResult MsgBox(const std::string& text, const std::string& title, MsgBoxButtons buttons = MsgBoxButtons::kOk,
-                    MsgBoxIcon icon = MsgBoxIcon::kNone, MsgBoxCause cause = MsgBoxCause::kUser);
-
-/// Shows a box that comes by itself, with OK and no icon, does not wait for the user, and calls `closed` once it is
-/// closed. While the user is busy with a menu, a file dialog or another box, or `busy` says so, the box waits for that.
-void ShowNotice(const std::string& text, const std::string& title, const std::function<bool()>& busy,
-                const std::function<void()>& closed);
+/// Shows a box that comes by itself, with OK and no icon, and calls `closed` once it is closed; returns at once. It
+/// lies over every other window, but waits for a menu or a file dialog to close.
+void ShowNotice(const std::string& text, const std::string& title, const std::function<void()>& closed);
+/// The same with Yes, the default, and No, and the exclamation icon; tells what was pressed, and nothing else answers.
+/// Where it need not wait for a menu or a file dialog it returns after the answer.
+void ShowQuestion(const std::string& text, const std::string& title, const std::function<void(bool yes)>& answered);
 
 inline constexpr int kOverwritePrompt = 0x2;
 inline constexpr int kHideReadOnly = 0x4;

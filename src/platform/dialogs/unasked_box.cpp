@@ -1,71 +1,98 @@
 #include "platform/dialogs/unasked_box.h"
 
 #include <QApplication>
-#include <QKeyEvent>
 #include <QLineEdit>
+#include <QTimer>
 
+#include "platform/window/input.h"
 #include "platform/window/native_window.h"
 
 namespace morva {
 
 namespace {
-constexpr int kDeafMs = 700;
-constexpr int kRepeatMs = 150;  // well over the pause between two signs of life of a key that is held down
+
+constexpr int kQuietMs = 700;
+
+bool IsEnter(const QKeyEvent& key) { return key.key() == Qt::Key_Return || key.key() == Qt::Key_Enter; }
+
 }  // namespace
 
-UnaskedBox::UnaskedBox(QWidget& box) : QObject(&box), box_(box) {
-  QWidget* focused = QApplication::focusWidget();
-  if (qobject_cast<QLineEdit*>(focused) != nullptr && NativeWindow::Of(focused) != nullptr) line_ = focused;
+UnaskedBox::UnaskedBox(QWidget* parent, QWidget* line) : QMessageBox(parent), line_(line) {
+  setModal(false);
   QCoreApplication::instance()->installEventFilter(this);
 }
 
+UnaskedBox::~UnaskedBox() { std::erase(open_, this); }
+
+void UnaskedBox::showEvent(QShowEvent* event) {
+  if (!event->spontaneous()) open_.push_back(this);
+  QMessageBox::showEvent(event);
+}
+
+void UnaskedBox::hideEvent(QHideEvent* event) {
+  if (!event->spontaneous()) std::erase(open_, this);
+  QMessageBox::hideEvent(event);
+}
+
 bool UnaskedBox::eventFilter(QObject* receiver, QEvent* event) {
-  if (!receiver->isWidgetType() || static_cast<QWidget*>(receiver)->window() != &box_) return false;
-  if (event->type() == QEvent::Paint && !seen_.isValid()) seen_.start();
-  const bool deaf = !seen_.isValid() || seen_.elapsed() < kDeafMs;
+  // A file dialog that an answer has brought is Qt's to keep in front.
+  if (Newest() != this || !receiver->isWidgetType() || QApplication::activeModalWidget() != nullptr) return false;
+  const bool own = static_cast<QWidget*>(receiver)->window() == this;
   switch (event->type()) {
+    case QEvent::Paint:
+      if (own && !quiet_.isValid()) quiet_.start();
+      return false;
+    case QEvent::WindowActivate:
+      if (!own) QTimer::singleShot(0, this, [this] { activateWindow(); });
+      return !own;
     case QEvent::KeyPress:
-    case QEvent::KeyRelease:
     case QEvent::ShortcutOverride:
-      if (!IsHeld(static_cast<QKeyEvent*>(event)->key(), deaf) && !deaf) return false;
-      if (deaf) HandOn(*event);
+      // What the button with the focus leaves alone comes by once more for the box.
+      if (!event->spontaneous() || (own && focusWidget() != nullptr && receiver != focusWidget())) return false;
+      if (!TakesPress(own, *static_cast<QKeyEvent*>(event)) && own) return false;
       event->accept();
       return true;
-    case QEvent::MouseButtonPress:
-    case QEvent::MouseButtonRelease:
-    case QEvent::MouseButtonDblClick:
-    case QEvent::TouchBegin:
-    case QEvent::TouchUpdate:
-    case QEvent::TouchEnd:
-    case QEvent::TabletPress:
-    case QEvent::TabletRelease:
-      return deaf;
     case QEvent::Close:
-      if (!deaf || !event->spontaneous()) return false;
+      if (!event->spontaneous() || (own && buttons().size() == 1)) return false;
       event->ignore();
       return true;
+    case QEvent::MouseButtonPress:
+    case QEvent::MouseButtonDblClick:
+    case QEvent::Wheel:
+    case QEvent::ContextMenu:
+    case QEvent::TouchBegin:
+    case QEvent::TabletPress:
+    case QEvent::DragEnter:
+      return !own && event->spontaneous();
     default:
       return false;
   }
 }
 
-// A key that is held down was meant for what had the keys when it went down. The toolkit can't always tell.
-bool UnaskedBox::IsHeld(int key, bool deaf) {
-  const auto known = held_.find(key);
-  const bool held = known != held_.end() && known->second.elapsed() < kRepeatMs;
-  if (held || deaf) {
-    held_[key].start();
-  } else if (known != held_.end()) {
-    held_.erase(known);
-  }
-  return held;
+// Whether the key, pressed in the box or in another window, is none of the box's buttons'.
+bool UnaskedBox::TakesPress(bool own, const QKeyEvent& key) {
+  const bool quiet = own && quiet_.isValid() && quiet_.elapsed() >= kQuietMs;
+  const bool press = key.type() == QEvent::KeyPress;
+  if (press && quiet_.isValid()) quiet_.start();
+  if (!WritesText(key) && !IsEnter(key) && key.key() != Qt::Key_Escape) return false;
+  if (Answers(key, quiet)) return false;
+  if (press && WritesText(key)) HandOn(key);
+  return true;
 }
 
-void UnaskedBox::HandOn(const QEvent& event) const {
-  if (line_ == nullptr || event.type() == QEvent::ShortcutOverride) return;
-  const auto& key = static_cast<const QKeyEvent&>(event);
-  // The menu's shortcuts are not typed into the line.
-  if ((key.modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier)) != 0) return;
+bool UnaskedBox::Answers(const QKeyEvent& key, bool quiet) const {
+  if (key.key() == Qt::Key_Escape) return quiet && buttons().size() == 1;
+  return quiet && (IsEnter(key) || (key.key() == Qt::Key_Space && LineIsEmpty()));
+}
+
+bool UnaskedBox::LineIsEmpty() const {
+  const auto* line = qobject_cast<QLineEdit*>(line_);
+  return line == nullptr || line->text().isEmpty();
+}
+
+void UnaskedBox::HandOn(const QKeyEvent& key) const {
+  if (line_ == nullptr || !NativeWindow::Of(line_)->takes_input) return;
+  line_->setFocus();  // in its own window, once that is in front again
   QKeyEvent typed(key.type(), key.key(), key.modifiers(), key.text(), key.isAutoRepeat());
   QCoreApplication::sendEvent(line_, &typed);
 }

@@ -1,31 +1,43 @@
 #pragma once
 
 #include <QElapsedTimer>
-#include <QObject>
+#include <QKeyEvent>
+#include <QMessageBox>
 #include <QPointer>
-#include <QWidget>
-#include <map>
+#include <vector>
 
 namespace morva {
 
-/// Keeps a box that comes by itself from being answered by what was meant for something else: for 700 ms from when it
-/// is seen it takes no click and no key. Text typed in that time goes on into the line of the program that had the keys
-/// when the box came, or nowhere.
-class UnaskedBox : public QObject {
+/// A box that comes by itself, in front of all our windows, of which none takes input until it is closed. It is not
+/// answered by what was meant for something else: what writes text goes on into the chat line. Enter answers, and Space
+/// where that line is empty, after 700 ms without a key, counted from when the box is seen; Escape does where there is
+/// but one answer. Tab, arrows, Alt with a letter and the mouse always work.
+///
+/// Qt would drop what is typed between the coming of a modal box and its getting the focus, so to Qt it is none.
+class UnaskedBox : public QMessageBox {
  public:
-  /// To be made before the box is shown; lives as long as the box.
-  explicit UnaskedBox(QWidget& box);
+  /// The line can be none.
+  UnaskedBox(QWidget* parent, QWidget* line);
+  ~UnaskedBox() override;
+
+  /// The one in front; none where none is open.
+  static UnaskedBox* Newest() { return open_.empty() ? nullptr : open_.back(); }
 
   bool eventFilter(QObject* receiver, QEvent* event) override;
 
- private:
-  bool IsHeld(int key, bool deaf);
-  void HandOn(const QEvent& event) const;
+ protected:
+  void showEvent(QShowEvent* event) override;
+  void hideEvent(QHideEvent* event) override;
 
-  QWidget& box_;
-  QPointer<QWidget> line_;  ///< that had the keys
-  QElapsedTimer seen_;
-  std::map<int, QElapsedTimer> held_;  ///< keys that went down too early, and their last sign of life
+ private:
+  bool TakesPress(bool own, const QKeyEvent& key);
+  bool Answers(const QKeyEvent& key, bool quiet) const;
+  bool LineIsEmpty() const;
+  void HandOn(const QKeyEvent& key) const;
+
+  inline static std::vector<UnaskedBox*> open_;
+  QPointer<QWidget> line_;
+  QElapsedTimer quiet_;  // since it was seen, or since the last key
 };
 
 }  // namespace morva

@@ -101,6 +101,8 @@ void Form::SetFocus() {
   // What the other player does must not take the user away from another program.
   if (QGuiApplication::applicationState() != Qt::ApplicationActive) return;
   // Nor away from a box, a file dialog or a menu.
+  const QWidget* active = QApplication::activeWindow();
+  if (active != nullptr && NativeWindow::Of(active) == nullptr) return;
   if (QApplication::activeModalWidget() != nullptr || QApplication::activePopupWidget() != nullptr) return;
   // Each move comes here, and asking the window manager takes longer than painting it.
   if (QApplication::activeWindow() == native_.get()) return;
