@@ -21,47 +21,58 @@ class GameFile : public GameTest {
   std::string Path(const std::string& name) const { return folder_.filePath(name.c_str()).toStdString(); }
 
   /// Clicks the menu item and gives the dialog that opens, with this title and filter, the path, or cancels it where
-  /// there is none. Whether the user was asked a question about it.
-  static bool Use(
+  /// there is none. What the program says about it, which the user answers with Yes or OK; a dialog that comes again is
+  /// cancelled.
+  static std::string Use(
       Menu& item, const std::string& dialog, const std::string& path, void (*meanwhile)() = [] {}) {
     const auto on_top = [] { return frmToolWindow->Native()->windowHandle()->flags() & Qt::WindowStaysOnTopHint; };
     std::string seen;
-    bool asked = false;
+    std::string said;
     QTimer user;
     user.callOnTimeout([&] {
       QWidget* shown = QApplication::activeModalWidget();
       if (auto* question = qobject_cast<QMessageBox*>(shown)) {
-        asked = true;
-        return question->button(QMessageBox::Yes)->click();
+        said = question->text().toStdString();
+        QAbstractButton* yes = question->button(QMessageBox::Yes);
+        return (yes != nullptr ? yes : question->button(QMessageBox::Ok))->click();
       }
       auto* box = qobject_cast<QFileDialog*>(shown);
-      if (box == nullptr || !seen.empty()) return;
+      if (box == nullptr) return;
+      auto* name = box->findChild<QLineEdit*>("fileNameEdit");
+      if (!said.empty()) {
+        EXPECT_EQ(QFileInfo(path.c_str()).fileName(), QFileInfo(name->text()).fileName()) << "it can be mended";
+        return box->reject();
+      }
+      if (!seen.empty()) return;
       seen = (box->windowTitle() + "|" + box->nameFilters().join(";")).toStdString();
       EXPECT_FALSE(on_top()) << "it would lie before a desktop's own dialog";
       meanwhile();
       if (path.empty()) return box->reject();
       // Typed, as a user does: selecting a file that isn't there does nothing.
-      box->findChild<QLineEdit*>("fileNameEdit")->setText(path.c_str());
+      name->setText(path.c_str());
       // The question whether to overwrite comes from within, and the timer must go on for it.
       QMetaObject::invokeMethod(box, "accept", Qt::QueuedConnection);
     });
     user.start(5);
     item.Click();
     EXPECT_TRUE(seen == dialog && on_top()) << seen;
-    return asked;
+    return said;
   }
 
   QTemporaryDir folder_;
 };
 
 TEST_F(GameFile, IsTheBoardAtTheEndOfTheDialogAndComesBackHereAndThere) {
+  QDir(folder_.path()).mkdir("a * folder");
+  EXPECT_EQ(Use(frmChess->mnuSaveGame, kSave, Path("a * folder/game")), "");
+  EXPECT_EQ(ReadFile(Path("a * folder/game")), frmChess->BoardLine() + "\r\n");
   WriteFile(Path("game"), std::string(5000, 'x'));
-  EXPECT_TRUE(Use(frmChess->mnuSaveGame, kSave, Path("game"), [] { frmChess->SetUpCheckers(); }));
+  EXPECT_NE(Use(frmChess->mnuSaveGame, kSave, Path("game"), [] { frmChess->SetUpCheckers(); }), "");
   const std::string board = Board(), line = frmChess->BoardLine();
   EXPECT_EQ(ReadFile(Path("game")), line + "\r\n");
   frmChess->ClearBoard();
   EXPECT_EQ(Sent(), "");
-  EXPECT_FALSE(Use(frmChess->mnuOpenGame, kOpen, Path("game")));
+  EXPECT_EQ(Use(frmChess->mnuOpenGame, kOpen, Path("game")), "");
   EXPECT_TRUE(Board() == board && Sent() == "1__" + line && History().empty());
 }
 
@@ -85,9 +96,14 @@ TEST_F(GameFile, IsSentUpToTheEndOfItsFirstLine) {
 
 TEST_F(GameFile, NothingHappensWithoutOne) {
   const std::string board = frmChess->BoardLine();
-  for (const std::string& path : {std::string(), Path("no folder/game"), std::string("/proc/game")}) {
-    EXPECT_FALSE(Use(frmChess->mnuOpenGame, kOpen, path) || Use(frmChess->mnuSaveGame, kSave, path));
-    EXPECT_FALSE(Use(frmChess->mnuSaveChat, kSaveChat, path));
+  const std::string folder = Path("no folder");
+  const std::pair<std::string, std::string> names[] = {{"", ""},
+                                                       {folder + "/game", "There is no folder " + folder + "."},
+                                                       {"/sys/game", "You may not write game in /sys."}};
+  for (const auto& [path, said] : names) {
+    EXPECT_EQ(Use(frmChess->mnuOpenGame, kOpen, path), "");
+    EXPECT_EQ(Use(frmChess->mnuSaveGame, kSave, path), said);
+    EXPECT_EQ(Use(frmChess->mnuSaveChat, kSaveChat, path), said);
   }
   OpenGame(*frmChess, Path("missing"));
   EXPECT_TRUE(QDir(folder_.path()).isEmpty() && frmChess->BoardLine() == board && Sent().empty());
@@ -95,9 +111,9 @@ TEST_F(GameFile, NothingHappensWithoutOne) {
 
 TEST_F(GameFile, TheChatHasOneOfItsOwn) {
   frmChess->out("<Me>  h\xC3\xA9 & <b>you</b>");
-  EXPECT_FALSE(Use(frmChess->mnuSaveChat, kSaveChat, Path("chat")));
+  EXPECT_EQ(Use(frmChess->mnuSaveChat, kSaveChat, Path("chat")), "");
   EXPECT_EQ(frmChess->cd.InitDir, App::Path());
-  EXPECT_TRUE(Use(frmChess->mnuSaveChat, kSaveChat, Path("chat"), [] { frmChess->out("\xE2\x99\x94"); }));
+  EXPECT_NE(Use(frmChess->mnuSaveChat, kSaveChat, Path("chat"), [] { frmChess->out("\xE2\x99\x94"); }), "");
   EXPECT_EQ(ReadFile(Path("chat")), "\r\n<Me>  h\xC3\xA9 & <b>you</b>\r\n\xE2\x99\x94\r\n");
 }
 

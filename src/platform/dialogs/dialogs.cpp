@@ -16,6 +16,7 @@
 #include "platform/accessibility/announce.h"
 #include "platform/dialogs/unasked_box.h"
 #include "platform/drawing/pixels.h"
+#include "platform/system/plain_files.h"
 #include "platform/system/qt_text.h"
 #include "platform/window/native_window.h"
 #include "platform/window/stacking.h"
@@ -105,12 +106,23 @@ std::unique_ptr<UnaskedBox> MakeUnasked(const std::string& text, const std::stri
   return box;
 }
 
+// What keeps a file of that name from being written, in a sentence; empty for nothing.
+std::string Obstacle(const QString& path) {
+  const QFileInfo file(path);
+  const std::string folder = StdText(QDir::toNativeSeparators(file.path()));
+  if (!QFileInfo(file.path()).isDir()) return "There is no folder " + folder + ".";
+  return CanWriteFile(StdText(path)) ? "" : "You may not write " + StdText(file.fileName()) + " in " + folder + ".";
+}
+
 // Asks until there is a name that will do. Empty: the user gave none.
 QString Chosen(QFileDialog& dialog) {
   while (Answer(dialog) == QDialog::Accepted) {
     const QString path = dialog.selectedFiles().value(0);
-    if (path.contains('*')) continue;  // a pattern asks for a name; it is none
-    return path;
+    if (QFileInfo(path).fileName().contains('*')) continue;  // a pattern asks for a name; it is none
+    const std::string obstacle = dialog.acceptMode() == QFileDialog::AcceptSave ? Obstacle(path) : "";
+    if (obstacle.empty()) return path;
+    MsgBox(obstacle, StdText(dialog.windowTitle()));
+    if (QFileInfo(path).dir().exists()) dialog.selectFile(path);  // elsewhere the name stands as it was typed
   }
   return {};
 }

@@ -29,7 +29,8 @@ class CommonDialog {
   std::string InitDir;   ///< where the dialog starts; another folder of the user's where this can't be written to
   std::string FileName;  ///< the choice, as typed, with its folder; a name without a folder is offered at the start
 
-  /// Waits for the user. False: the user gave no name, and FileName is as it was.
+  /// Waits for the user. False: the user gave no name, and FileName is as it was. A name to save under is asked for
+  /// again, after a word about it, where nothing can be written.
   bool ShowOpen();
   bool ShowSave();
 };

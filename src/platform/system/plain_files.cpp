@@ -43,6 +43,12 @@ bool WriteInPlace(const std::string& name, std::string_view bytes) {
 
 }  // namespace
 
+bool CanWriteFile(const std::string& name) {
+  if (QFileInfo::exists(QtText(name)) && !FileExists(name)) return false;
+  if (QSaveFile(QtText(name)).open(QIODevice::WriteOnly)) return true;
+  return QFile(QtText(name)).open(QIODevice::ReadWrite | QIODevice::ExistingOnly);
+}
+
 bool WriteFile(const std::string& name, std::string_view bytes) {
   // A device or a pipe would be replaced by a file.
   if (QFileInfo::exists(QtText(name)) && !FileExists(name)) return false;
