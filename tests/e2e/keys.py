@@ -50,6 +50,7 @@ def listen(path):
             print("focus", event.source.name)
 
     pyatspi.Registry.registerEventListener(shown, "object:state-changed:showing")
+    pyatspi.Registry.registerEventListener(lambda event: print("says", event.any_data), "object:announcement")  # Qt 6.8
     pyatspi.Registry.registerEventListener(focused, "object:state-changed:focused")
     pyatspi.Registry.registerEventListener(lambda _: None, "object:property-change:accessible-name")  # renews the names
     print("listening")

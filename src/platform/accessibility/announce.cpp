@@ -23,7 +23,6 @@ namespace {
 constexpr int kGathering = 60;
 constexpr int kSettling = 150;
 constexpr int kLongest = 5000;  // characters said at once
-constexpr int kKept = 8;        // announcements that a reader can still be asking for
 
 // An object that assistive tools see and nobody else does.
 class SpokenNode : public QObject {
@@ -69,8 +68,19 @@ void Tell(QObject* object, QAccessible::Event what) {
   QAccessible::updateAccessibility(&event);
 }
 
+#if QT_VERSION >= QT_VERSION_CHECK(6, 8, 0)
+
+// Orca 48 speaks an announcement as it is; before each notification it says that it is one.
+void Notify(NativeWindow& window, const QString& words) {
+  QAccessibleAnnouncementEvent event(&window, words);
+  QAccessible::updateAccessibility(&event);
+}
+
+#else
+
 // Orca 43 speaks a notification that comes into view, wherever the focus is, and shows the labels in it in Braille.
 void Notify(NativeWindow& window, const QString& words) {
+  constexpr int kKept = 8;                         // announcements that a reader can still be asking for
   QAccessible::queryAccessibleInterface(&window);  // which makes the status bar
   const QObjectList& children = window.children();
   const auto bar = std::find_if(children.begin(), children.end(), IsStatusBar);
@@ -85,6 +95,8 @@ void Notify(NativeWindow& window, const QString& words) {
   Tell(notification, QAccessible::ObjectCreated);
   Tell(notification, QAccessible::ObjectShow);
 }
+
+#endif
 
 // Our main window, and before there is one that which the user works in: with what is announced in a dialog Orca says
 // the dialog's name.
