@@ -214,7 +214,7 @@ class Desk:
         if "window id" not in self.output("xprop", "-root", "_NET_SUPPORTING_WM_CHECK"):
             return False
         probe = self.start("xev")
-        shown = self.output("timeout", 1, "xdotool", "search", "--sync", "--onlyvisible", "--name", "Event Tester")
+        shown = self.output("timeout", 3, "xdotool", "search", "--sync", "--onlyvisible", "--name", "Event Tester")
         self.end(probe)
         return shown
 

@@ -28,7 +28,7 @@ PRESSED = [
     ("Up space", "", "focus B1, black knight", "says black knight taken up"),
     ("Down Down", "", "focus B2, black pawn", "focus B3, empty"),
     ("space", "10117", "focus Chat", "says Ann: B1 - B3 (black knight). Bob's turn"),
-    ("shift+F6 Tab", "", "focus Ann, white", "focus Bob, black, to move"),
+    ("shift+F6", "", "focus Ann, white"), ("Tab", "", "focus Bob, black, to move"),
     ("shift+Tab space", "me", "focus Ann, white", "says Your turn"), ("Menu", "", "focus Always on top"),
     ("Escape", "", "focus Ann, white, to move"), ("F6", "", "focus Chat"),
     ("ctrl+t", "you", "says Bob's turn"),
