@@ -5,6 +5,7 @@ title, place and size, and which of them has the keys.
 """
 
 import ctypes
+import itertools
 import mmap
 import os
 import re
@@ -32,10 +33,13 @@ DESKTOPS = {
     "marco": ("marco --no-composite", "MATE"),
     "metacity": ("metacity --no-composite", "GNOME-Flashback:GNOME"),
     "icewm": ("icewm", "ICEWM"),
-    "gnome": ("mutter --wayland --nested --wayland-display=wayland --", "GNOME"),
-    "kde": ("./kwin_wayland --xwayland --socket=wayland --no-lockscreen --width={} --height={}", "KDE"),
-    "weston": ("weston", ""),
+    "gnome": ("mutter --wayland --nested --wayland-display=wayland ./first", "GNOME"),
+    "kde": ("./kwin_wayland --xwayland --socket=wayland --no-lockscreen --width={} --height={} ./first", "KDE"),
+    "weston": ("weston --backend=x11-backend.so --use-pixman --socket=wayland --width={} --height={}", ""),
 }
+for one in "gnome", "kde":
+    DESKTOPS[f"{one}-native"] = DESKTOPS[one]
+SESSIONS = "gnome", "kde", "gnome-native", "kde-native", "weston"  # on Wayland, the last three without an X server
 
 
 class Failure(Exception):
@@ -96,7 +100,7 @@ class Window:
     def inside(self, width, height):
         """The window less the program's own frame and title bar. None if that does not leave the size."""
         frame, title_bar = (self.width - width) // 2, self.height - height - (self.width - width) // 2
-        thickest = 40 if self.desk.on_wayland else 3
+        thickest = 40 if self.desk.native else 3
         if not 0 <= frame <= thickest or not frame <= title_bar <= frame + thickest // 4 * 3 or self.width % 2 != width % 2:
             return None
         return Window(self.desk, self.ident, self.title, self.x + frame, self.y + title_bar, width, height)
@@ -110,8 +114,7 @@ class Window:
                 and self.y + self.height <= self.desk.height)
 
     def has_keys(self):
-        """Weston hands them over before it shows a window."""
-        return self.desk.on_wayland or self.desk.output("xdotool", "getwindowfocus").strip() == str(int(self.ident, 16))
+        return self.desk.output("xdotool", "getwindowfocus").strip() == str(int(self.ident, 16))
 
     def picture(self, left=0, top=0, width=None, height=None):
         """What the screen shows of the window, or of a rectangle of it in pixels."""
@@ -125,26 +128,113 @@ class Window:
         self.desk.output("xdotool", "windowactivate", "--sync", self.ident)
 
 
+class View(Window):
+    """A window of a Wayland session, which tells nobody where it is: one has to look where the pointer is in it."""
+
+    def __init__(self, talk, surface, shell, ident):
+        self.desk, self.talk, self.ident, self.ids = talk.desk, talk, surface, (surface, shell, ident)
+        self.title, self.width, self.height, self.owner, self.place = "", 0, 0, None, None
+
+    def corner(self):
+        if self.owner:
+            return self.owner.x + self.place[0], self.owner.y + self.place[1]
+        self.place = self.place or self.talk.locate(self)
+        return self.place
+
+    x = property(lambda self: self.corner()[0])
+    y = property(lambda self: self.corner()[1])
+
+    def has_keys(self):
+        self.talk.listen()
+        return self.ident in self.talk.keyboards.values()
+
+
+class Talk:
+    """What a program and its Wayland session tell each other, as the program writes it down (WAYLAND_DEBUG)."""
+
+    LINE = re.compile(r"\[ *\d+\.\d+\] (?: -> )?(\w+)[@#](\d+)\.(\w+)\((.*)\)")
+
+    def __init__(self, desk, program):
+        self.desk, self.views, self.keyboards, self.pointer, self.rest = desk, [], {}, None, b""
+        self.mouse, self.over = None, None  # a desktop's own file dialogs come with devices of their own
+        self.spots = [(desk.width // 2, desk.height // 2)]
+        self.spots += [(x, y) for y in range(60, desk.height, 90) for x in range(60, desk.width, 150)]
+        self.log = open(f"/proc/{program.pid}/fd/2", "rb", buffering=0)
+
+    def listen(self):
+        """The windows, newest last."""
+        *lines, self.rest = (self.rest + self.log.read()).split(b"\n")
+        for line in lines:
+            if said := self.LINE.fullmatch(line.decode(errors="replace")):
+                self.take(*said.groups())
+        return self.views
+
+    def find(self, ident):
+        return next((view for view in reversed(self.views) if ident in view.ids), None)
+
+    def take(self, kind, ident, verb, words):
+        plain = words.split('"')[0]
+        idents, numbers = re.findall(r"[@#](\d+)", plain), [int(word) for word in re.findall(r"(?<![.\d])-?\d+", plain)]
+        view = self.find(ident)
+        if verb == "get_xdg_surface":
+            self.shell = idents
+        elif verb in ("get_toplevel", "get_popup"):
+            self.views.append(View(self, self.shell[1], ident, idents[0]))
+            self.views[-1].owner = self.find(idents[1]) if verb == "get_popup" else None
+        elif kind in ("xdg_toplevel", "xdg_popup") and verb == "destroy":
+            self.views.remove(view)
+        elif verb == "set_title":
+            view.title = words[1:-1]
+        elif verb == "set_window_geometry" and (view.width, view.height) != (numbers[2], numbers[3]):
+            view.width, view.height, view.place = numbers[2], numbers[3], view.owner and view.place
+        elif (kind, verb) == ("xdg_popup", "configure"):
+            view.place = numbers[0], numbers[1]
+        elif kind == "wl_keyboard" and verb in ("enter", "leave"):
+            self.keyboards[ident] = idents[0] if idents and verb == "enter" else None
+        elif kind == "wl_pointer" and verb in ("enter", "motion") and self.mouse in (None, ident):
+            self.mouse, self.over, self.pointer = ident, *(idents or [self.over]), numbers[-2:]
+
+    def locate(self, view):
+        """Its corner on the screen: moves the pointer about until it is in the window. (0, 0) if that closes meanwhile."""
+        tried, deadline = [], time.monotonic() + 30
+        for spot in itertools.cycle(self.spots):
+            tried.append(spot)
+            if self.corner_by(view, spot, 0.05):  # or by one of the spots before: a session can lag behind
+                for x, y in tried[:-9:-1]:
+                    corner = self.corner_by(view, (x + 2, y + 1), 0.3)
+                    if corner and corner == self.corner_by(view, (x, y), 0.3):
+                        self.spots.insert(0, (x, y))
+                        return corner
+            if view not in self.views:
+                return 0, 0
+            check(time.monotonic() < deadline, f"the window {view.title} is nowhere on the screen")
+
+    def corner_by(self, view, spot, seconds):
+        self.pointer = None
+        self.desk.point(*spot)
+        time.sleep(seconds)
+        self.listen()
+        return self.pointer and self.over == view.ident and (spot[0] - self.pointer[0], spot[1] - self.pointer[1])
+
+
 class Desk:
     """One screen, for a with statement: at its end every program on it is ended. Of a failure a picture is kept."""
 
     TREE_LINE = re.compile(
         r'^\s+(0x[0-9a-f]+) (?:"(.*)"|\(has no name\)): \(.*\)\s+(\d+)x(\d+)\+-?\d+\+-?\d+\s+\+(-?\d+)\+(-?\d+)$', re.M)
-    VIEW = re.compile(
-        r"PID [1-9]\d*, surface ID (\d+), (?:top-level window '(.*)'|\[no description available\]).*\n"
-        r"\s+position: \((.*), (.*)\) -> \((.*), (.*)\)")
     SETTINGS = {  # no key of a slow computer is held down
-        ".config/glib-2.0/settings/keyfile": "[org/gnome/desktop/peripherals/keyboard]\nrepeat=false\n",
-        ".config/kcminputrc": "[Keyboard]\nKeyRepeat=nothing\n"}
-    WESTON = """[shell]\npanel-position=none\nlocking=false\nclose-animation=none\nstartup-animation=none
-[keyboard]\nrepeat-rate=1\nrepeat-delay=60000\n[input-method]\npath=\n"""
+        ".config/glib-2.0/settings/keyfile": "[org/gnome/desktop/peripherals/keyboard]\nrepeat=false\n"
+                                                "[org/gnome/mutter]\ncenter-new-windows=true\n",
+        ".config/kcminputrc": "[Keyboard]\nKeyRepeat=nothing\n",
+        ".config/weston.ini": "[shell]\npanel-position=none\nlocking=false\nclose-animation=none\nstartup-animation=none\n"
+               "[keyboard]\nrepeat-rate=1\nrepeat-delay=60000\n[input-method]\npath=\n[autolaunch]\npath=./first\n"}
 
     def __init__(self, desktop="openbox", width=1280, height=800, **environment):
         self.desktop, self.width, self.height = desktop, width, height
         command, name = DESKTOPS[desktop]
         self.command = command.format(width, height).split()
-        self.on_wayland = desktop == "weston"
-        self.nested = desktop in ("gnome", "kde")  # a Wayland session with an X server of its own
+        self.session, self.native = desktop in SESSIONS, desktop in SESSIONS[2:]
+        self.talks = {}
         self.folder = Path(tempfile.mkdtemp(prefix="morva-e2e-"))
         self.programs = []
         self.environment = {
@@ -154,13 +244,13 @@ class Desk:
             "LANG": "C.UTF-8",
             "http_proxy": f"http://{ADDRESS}:9",  # which nobody answers at; it is for web pages
             "XDG_CURRENT_DESKTOP": name,
-            "XDG_SESSION_TYPE": "wayland" if self.on_wayland or self.nested else "x11",
-            "KWIN_COMPOSE": "Q" if self.nested else "N",
+            "XDG_SESSION_TYPE": "wayland" if self.session else "x11",
+            "KWIN_COMPOSE": "Q" if self.session else "N",
             "LIBGL_ALWAYS_SOFTWARE": "1",
             "GSETTINGS_BACKEND": "keyfile",
             "MUTTER_DEBUG_DUMMY_MODE_SPECS": f"{width}x{height}",
             # Where damage comes while it paints, mutter now and then leaves it out on a screen like this one.
-            "CLUTTER_PAINT": "" if self.nested else "disable-clipped-redraws",
+            "CLUTTER_PAINT": "" if self.session else "disable-clipped-redraws",
             **{name: value for name, value in os.environ.items() if name.endswith("SAN_OPTIONS")},
             **environment,
         }
@@ -169,13 +259,11 @@ class Desk:
     def __enter__(self):
         try:
             self._start_screen()
-            if self.on_wayland:
-                self._start_weston()
-            elif self.nested:
+            if self.session:
                 self._start_session()
             elif self.command:
                 self.start("dbus-run-session", "--", *self.command)
-            if self.command and not self.on_wayland:
+            if self.command and not self.native:
                 awaited(self._shows_windows, f"the window manager {self.desktop}")
         except BaseException:
             self.__exit__()
@@ -228,20 +316,12 @@ class Desk:
         first.write_text(f"#!/bin/sh\nenv -0 >{handed_on}.new\nmv {handed_on}.new {handed_on}\nexec sleep infinity\n")
         for program in first, self.folder / "kwin_wayland":
             program.chmod(0o700)
-        self.start("dbus-run-session", "--", *self.command, first, cwd=self.folder)
+        self.start("dbus-run-session", "--", *self.command, cwd=self.folder)
         awaited(handed_on.exists, f"the session {self.desktop}")
         self.inside = dict(line.split("=", 1) for line in handed_on.read_text().split("\0") if line)
-        self.act("mousemove", 1, 1, "mousemove", 2, 2)  # it does not know where the pointer is until it moves
-
-    def _start_weston(self):
-        """Weston in a window that fills the screen, so that mouse, keys and pictures go by way of the screen here too."""
-        settings = self.folder / "weston.ini"
-        settings.write_text(self.WESTON)
-        self.start(*self.command, "--backend=x11-backend.so", "--use-pixman", "--debug", f"--width={self.width}",
-                   f"--height={self.height}", f"--config={settings}", "--socket=wayland")
-        self.inside = self.environment | {"WAYLAND_DISPLAY": "wayland"}
-        del self.inside["DISPLAY"]
-        awaited(lambda: "background for output" in self._scene(), "Weston")
+        if self.native:
+            self.inside |= {"QT_QPA_PLATFORM": "wayland", "WAYLAND_DEBUG": "1"}
+            self.inside.pop("DISPLAY", None)
         self.act("mousemove", 1, 1, "mousemove", 2, 2)  # it does not know where the pointer is until it moves
 
     def start(self, *command, stderr=subprocess.DEVNULL, **more):
@@ -279,14 +359,12 @@ class Desk:
             if "BadWindow" not in done.stderr and "X Error" not in done.stderr:
                 return done.stdout
 
-    def _scene(self):
-        return self.output("weston-debug", "scene-graph")
-
     def windows(self, program):
         """A program's windows on the screen, as far as they have a name. Menus have none."""
-        if self.on_wayland:  # where no other program has windows
-            return [Window(self, ident, title, x, y, int(right) - int(x), int(bottom) - int(y))
-                    for ident, title, x, y, right, bottom in self.VIEW.findall(self._scene())]
+        if self.native:
+            if program.pid not in self.talks:
+                self.talks[program.pid] = Talk(self, program)
+            return list(self.talks[program.pid].listen())
         found = self.output("xdotool", "search", "--all", "--onlyvisible", "--pid", program.pid)
         visible = {int(ident) for ident in found.split()}
         tree = self.output("xwininfo", "-root", "-tree")
@@ -312,6 +390,8 @@ class Desk:
         steps = [["mousemove", int(start[0] + by[0] * n / 8), int(start[1] + by[1] * n / 8), "sleep", 0.02]
                  for n in range(9)]
         self.act(*steps[0], "mousedown", 1, *[word for step in steps for word in step], "mouseup", 1)
+        for view in (view for talk in self.talks.values() for view in talk.views):
+            view.place = view.owner and view.place
 
     def keys(self, *keys):
         self.act("key", "--delay", 5, *keys)

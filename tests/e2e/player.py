@@ -8,7 +8,7 @@ import tempfile
 import time
 from pathlib import Path
 
-from desk import ADDRESS, awaited, check
+from desk import ADDRESS, Window, awaited, check
 
 ROOT = Path(__file__).resolve().parents[2]
 PROGRAM = Path(os.environ.get("MORVA", ROOT / "build" / "morva")).resolve()
@@ -21,7 +21,7 @@ CHANGE_DIALOG = 231, 130
 SQUARE = 56
 BOARD = 8 * SQUARE
 MAIN_HEIGHT = 539  # without the menu bar
-TOOL_WIDTH, TOOL_HEIGHT = 216, 238
+TOOL_WIDTH, TOOL_HEIGHT, STRIP = 216, 238, 22  # the caption's strip where it is docked
 LOG_TEXT = 2, 450, 420, 69  # within the main window below the menu bar, without frame and scroll bar
 NICKS, HISTORY = (32, 32, 60, 70), (4, 130, 60, 60)  # within the tool window; the nicks beside where its menu opens
 
@@ -62,7 +62,8 @@ class Player:
 
         def stands():
             before, now = self.find(wanted), self.find(wanted)
-            return before and now and (before.x, before.y) == (now.x, now.y) and now.has_keys() and now
+            still = before and now and (self.desk.native or (before.x, before.y) == (now.x, now.y))
+            return still and now.has_keys() and now
 
         return awaited(stands, f"{self.nick}'s window {wanted}, with the keys")
 
@@ -72,7 +73,7 @@ class Player:
     def ended(self):
         awaited(lambda: self.process.poll() is not None, f"{self.nick}'s program ends")
         check(self.process.returncode == 0, f"{self.nick}'s program ended with {self.process.returncode}")
-        complaints = self.complaints.read_text()
+        complaints = re.sub(r"(?m)^\[ *\d+\.\d+\] .*\n", "", self.complaints.read_text(errors="replace"))
         check(not complaints, f"{self.nick}'s program complained: {complaints}")
 
     # Before the game.
@@ -114,8 +115,7 @@ class Player:
                 return False
             gap = self.tool_inside().x - self.corner()[0] - BOARD
             beside = self.main.x + self.tool.x + self.tool.width - self.desk.width  # how far the two are off the middle
-            return self.desk.desktop == "weston" or (0 <= gap <= 12 and abs(self.tool.y - self.main.y) < 12
-                                                     and (self.desk.on_wayland or abs(beside) < 12))
+            return self.desk.native or 0 <= gap <= 12 and abs(self.tool.y - self.main.y) < 12 and abs(beside) < 12
 
         awaited(stand, f"{self.nick}'s two windows stand side by side, wholly on the screen")
 
@@ -134,17 +134,24 @@ class Player:
         windows = self.windows()
         # The main window's title goes on with the name of the square under the pointer.
         self.main = next((w for w in windows if w.title.startswith(f"Morva - {self.nick}")), None)
-        self.tool = next((w for w in windows if w.title == self.nick or w.inside(TOOL_WIDTH, TOOL_HEIGHT)), None)
+        if self.desk.native:  # docked
+            if not self.main or self.main.width < BOARD + TOOL_WIDTH:
+                return False
+            x, y = self.corner()
+            self.tool = Window(self.desk, None, self.nick, x + BOARD, y + STRIP, TOOL_WIDTH, TOOL_HEIGHT)
+        else:
+            self.tool = next((w for w in windows if w.title == self.nick or w.inside(TOOL_WIDTH, TOOL_HEIGHT)), None)
         return self.main and self.tool
 
     def listens(self):  # some desktops take a while to hand the keys back
-        awaited(lambda: self.main.has_keys() or self.tool.has_keys(), f"the keys go to {self.nick}'s table")
+        awaited(lambda: self.main.has_keys() or not self.desk.native and self.tool.has_keys(),
+                f"the keys go to {self.nick}'s table")
 
     # At the board.
 
     def corner(self):
         """The upper left corner of the board on the screen."""
-        frame = (self.main.width - BOARD) // 2
+        frame = (self.main.width - BOARD - self.desk.native * TOOL_WIDTH) // 2
         return self.main.x + frame, self.main.y + self.main.height - frame - MAIN_HEIGHT
 
     def square(self, index):
@@ -172,7 +179,7 @@ class Player:
 
     def tool_inside(self):
         """The tool window without a frame of its own; it may have been widened."""
-        frame = (self.main.width - BOARD) // 2
+        frame = (self.main.width - BOARD) // 2 * (not self.desk.native)
         return self.tool.inside(self.tool.width - 2 * frame, TOOL_HEIGHT)
 
     # Keys, talk and files. What is typed goes wherever the keys go.
