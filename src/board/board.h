@@ -35,9 +35,9 @@ class Board : public SquarePainter {
 
   /// Puts a piece on the square, in place of what stood there, and paints it. Code 0 clears the square and leaves its
   /// colour; an invalid code is stored in the Tag, and the picture stays.
-  void PutPiece(int Index, int code, Color color);
+  virtual void PutPiece(int Index, int code, Color color);
   /// Removes the piece. The colour of the square stays.
-  void EmptySquare(int Index);
+  virtual void EmptySquare(int Index);
 
   /// "pawn", of what stands on the square; empty for nothing.
   std::string PieceName(int Index) const;

@@ -89,10 +89,23 @@ void FrmChess::PutBack() {
   if (Val(squ(*Carried).Tag) != 0) Announce(PieceColorName(*Carried) + " put back");
   squ_DragOver(Cursor, squ(*Carried), DragState::kLeave);
   Carry({});
+  if (squ(Cursor).HasFocus()) NameInTitle(Cursor);
+}
+
+void FrmChess::PutPiece(int Index, int code, Color color) {
+  if (Carried == Index) PutBack();
+  Board::PutPiece(Index, code, color);
+}
+
+void FrmChess::EmptySquare(int Index) {
+  if (Carried == Index) PutBack();
+  Board::EmptySquare(Index);
 }
 
 // Over a piece the board shows no mark, so the cursor itself shows that something is being carried.
 void FrmChess::Carry(std::optional<int> from) {
+  if (Carried) squ(*Carried).Marked = false;
+  if (from) squ(*from).Marked = true;
   Carried = from;
   for (PictureBox& square : squ) square.FocusColor = from ? kCarrying : kWhite;
 }

@@ -82,7 +82,10 @@ void FrmChess::ConnectEvents() {
     const int Index = square.Index;
     square.Spoken = [this, Index] { return SquareWords(Index); };
     square.MouseDown = [this, Index](int Button, int, float X, float Y) { squ_MouseDown(Index, Button, X, Y); };
-    square.MouseMove = [this, Index](int, int, float, float) { squ_MouseMove(Index); };
+    square.GotFocus = [this, Index] {
+      if (!Carried) NameInTitle(Index);
+    };
+    square.MouseMove = [this, Index](int, int, float, float) { NameInTitle(Index); };
     square.KeyDown = [this, Index](Key key, int Shift) { return squ_KeyDown(Index, key, Shift); };
     square.DragOver = [this, Index](Control& Source, float, float, DragState State) {
       PutBack();  // the hand can't hold a second piece

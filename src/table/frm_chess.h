@@ -68,6 +68,9 @@ class FrmChess : public GameWindow {
   /// Flies the marker from the from square of the last move to its to square.
   void Slide();
 
+  /// As the board does, and a piece that is carried from the square is put back there first.
+  void PutPiece(int Index, int code, Color color) override;
+  void EmptySquare(int Index) override;
   void AddHistoryLine(const std::string& text, std::int32_t data) override;
   void highlight(const std::string& who) override;
   void ShowNicks() override;
@@ -81,7 +84,7 @@ class FrmChess : public GameWindow {
   void ConnectEvents();
 
   void squ_MouseDown(int Index, int Button, float X, float Y);
-  void squ_MouseMove(int Index);
+  void NameInTitle(int Index);
   void squ_DragOver(int Index, const Control& Source, DragState State);
   void squ_DragDrop(int Index, const Control& Source);
   bool squ_KeyDown(int Index, Key key, int Shift);

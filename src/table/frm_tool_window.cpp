@@ -85,6 +85,8 @@ void FrmToolWindow::Form_Load() {
   TypeInto(frmChess->txtIn);
   Caption = frmControl->Nick;
   frmChess->Caption = frmChess->Caption() + " - " + Caption();
+  frmChess->SpokenName =
+      frmChess->Caption();  // for good: the squares that the title goes on to name speak for themselves
   Top = frmChess->Top();
   Left = frmChess->Left() + frmChess->Width();
   Form_Resize();

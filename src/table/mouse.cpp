@@ -66,6 +66,6 @@ void FrmChess::OpenChangeDialog(int Index, float X, float Y) {
   if (frmChange->Left() > rightmost) frmChange->Left = rightmost;
 }
 
-void FrmChess::squ_MouseMove(int Index) { Caption = "Morva - " + Nick + " (" + SquareName(Index) + ")"; }
+void FrmChess::NameInTitle(int Index) { Caption = "Morva - " + Nick + " (" + SquareName(Index) + ")"; }
 
 }  // namespace morva

@@ -72,6 +72,7 @@ TEST_F(Keys, TheCursorStaysOnTheBoard) {
   for (const auto& [key, with, square] : steps) {
     Key(key, with);
     EXPECT_TRUE(frmChess->Cursor == square && frmChess->squ(square).HasFocus()) << square;
+    EXPECT_EQ(frmChess->Caption(), "Morva - Ann (" + SquareName(square) + ")");
   }
 }
 
@@ -80,14 +81,21 @@ TEST_F(Keys, ACarriedPieceIsAsADraggedOne) {
   EXPECT_EQ(Marks(), "44 ");
   Key(Qt::Key_Up);
   EXPECT_TRUE(Marks() == "36 " && frmChess->squ(36).Strokes().front().color == kWhite);
-  Tell("15220");  // the other side moves the very piece, and the keys go to the chat
-  EXPECT_TRUE(ChatHasFocus());
-  Key(Qt::Key_F6);
-  Key(Qt::Key_Up);
-  EXPECT_EQ(Marks(), "");
+  EXPECT_TRUE(frmChess->squ(52).Marked() && frmChess->Caption() == "Morva - Ann (E7)");
+  const std::string actions[] = {
+      "15220", "352", "452616777215", "1new", "1newc", "1clear", "1__" + frmChess->BoardLine()};
+  for (const std::string& action : actions) {  // of the other side, with the very piece
+    Tell("1new");
+    CarryUp(52);
+    EXPECT_EQ(Marks(), "44 ");
+    Tell(action);
+    EXPECT_TRUE(!frmChess->Carried && Marks().empty() && !frmChess->squ(52).Marked()) << action;
+  }
   const std::string board = Board();
+  frmChess->Cursor = 44;
+  frmChess->FocusBoard();
   Key(Qt::Key_Space);
-  EXPECT_TRUE(Sent() == "15228" && Board() == board && Turn() == "you");  // nothing was dropped: a pass
+  EXPECT_TRUE(!frmChess->Carried && Sent().empty() && Board() == board);
 
   CarryUp(51);
   Press(53);  // the mouse takes over

@@ -17,6 +17,7 @@ namespace morva {
 namespace {
 
 constexpr double kFocusRing = 45;  // twips, each of its two lines
+constexpr double kMarkRing = 15;
 
 // What a surface shows: its strokes, or a stored picture, inside its border.
 class Canvas : public QWidget {
@@ -59,7 +60,9 @@ class Canvas : public QWidget {
     } else {
       painter.drawPixmap(inside.topLeft(), Drawn());
     }
-    if (hasFocus()) PaintFocusRing(painter, rect(), ToPixels(kFocusRing), QtColor(box_.FocusColor()));
+    const bool ring = hasFocus() || box_.Marked();
+    const double width = hasFocus() ? kFocusRing : kMarkRing;
+    if (ring) PaintFocusRing(painter, rect(), ToPixels(width), QtColor(box_.FocusColor()));
   }
 
  private:
@@ -133,6 +136,7 @@ PictureBox::PictureBox(Border border)
                  [this] {
                    if (HasFocus()) Native()->update();
                  }),
+      Marked(false, [this] { Native()->update(); }),
       sunken_(border == Border::kSunken) {
   Kind = SpokenKind::kContainer;
   LayBorder();

@@ -17,6 +17,7 @@ class PictureBox : public Control, public Surface {
   Property<Color> BackColor;
   Property<std::string> Picture;  ///< name of a stored picture; the control takes the picture's size
   Property<Color> FocusColor;     ///< of the lighter focus ring
+  Property<bool> Marked;          ///< thinner lines mark it where it has no focus
   void Rescale() override;
   void SetLayoutText(const std::string& text) override { Picture = text; }
   /// The colours at that place of the picture, pixels within the control.
