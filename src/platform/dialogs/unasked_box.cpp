@@ -6,6 +6,7 @@
 
 #include "platform/window/input.h"
 #include "platform/window/native_window.h"
+#include "platform/window/session.h"
 
 namespace morva {
 
@@ -27,6 +28,7 @@ UnaskedBox::~UnaskedBox() { std::erase(open_, this); }
 void UnaskedBox::showEvent(QShowEvent* event) {
   if (!event->spontaneous()) open_.push_back(this);
   QMessageBox::showEvent(event);
+  if (!HasWindowManager()) activateWindow();
 }
 
 void UnaskedBox::hideEvent(QHideEvent* event) {
