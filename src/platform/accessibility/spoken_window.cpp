@@ -14,8 +14,9 @@ namespace morva {
 
 namespace {
 
-QAccessible::Role RoleOf(const QWidget& window) {
+QAccessible::Role RoleOf(const NativeWindow& window) {
   const Qt::WindowType type = window.windowType();
+  if (window.IsDocked()) return QAccessible::Grouping;
   return type == Qt::Dialog || type == Qt::SubWindow ? QAccessible::Dialog : QAccessible::Window;
 }
 

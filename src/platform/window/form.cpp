@@ -18,7 +18,7 @@ namespace morva {
 Form::Form(const FormStyle& style)
     : Caption({},
               [this] {
-                // The toolkit reads [*] as a mark of its own.
+                // Qt reads [*] as a mark of its own.
                 native_->setWindowTitle(QtText(Caption()).replace("[*]", "[*][*]"));
                 screen_reader.NameMayChange(*native_);
               }),
