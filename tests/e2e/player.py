@@ -86,7 +86,6 @@ class Player:
 
     def fill(self, welcome, control, text):
         welcome.click(*control)
-        self.desk.keys("ctrl+a", "BackSpace")
         self.desk.type(text)
 
     def host(self):

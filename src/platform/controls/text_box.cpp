@@ -1,9 +1,12 @@
 #include "platform/controls/text_box.h"
 
+#include <QApplication>
 #include <QInputMethodEvent>
 #include <QKeyEvent>
 #include <QLineEdit>
+#include <QMouseEvent>
 #include <climits>
+#include <utility>
 
 #include "platform/controls/native.h"
 #include "platform/controls/qt_keys.h"
@@ -16,13 +19,25 @@ namespace {
 class InputLine : public QLineEdit {
  public:
   std::function<void(int)> key_press;
+  std::function<void()> clicked_into;
 
  protected:
   // Qt would select the whole text when Tab leads here: the next letter would replace it.
   void focusInEvent(QFocusEvent* event) override {
+    enters_ = event->reason() == Qt::MouseFocusReason;
     QFocusEvent plain(QEvent::FocusIn, Qt::OtherFocusReason);
     QLineEdit::focusInEvent(event->reason() == Qt::TabFocusReason || event->reason() == Qt::BacktabFocusReason ? &plain
                                                                                                                : event);
+  }
+  // The click that has led here puts the cursor where it is; what the box does with the focus comes after that.
+  void mousePressEvent(QMouseEvent* event) override {
+    pressed_ = event->position().toPoint();
+    QLineEdit::mousePressEvent(event);
+  }
+  void mouseReleaseEvent(QMouseEvent* event) override {
+    QLineEdit::mouseReleaseEvent(event);
+    const int moved = (event->position().toPoint() - pressed_).manhattanLength();
+    if (std::exchange(enters_, false) && moved < QApplication::startDragDistance()) clicked_into();
   }
   void keyPressEvent(QKeyEvent* event) override {
     if (!IsEnter(*event) && !event->text().isEmpty() && key_press) key_press(event->text().front().unicode());
@@ -32,6 +47,10 @@ class InputLine : public QLineEdit {
     if (!event->commitString().isEmpty() && key_press) key_press(event->commitString().front().unicode());
     QLineEdit::inputMethodEvent(event);
   }
+
+ private:
+  bool enters_ = false;  // by a click
+  QPoint pressed_;
 };
 
 }  // namespace
@@ -43,6 +62,9 @@ TextBox::TextBox()
   line.setMaxLength(INT_MAX);
   line.key_press = [this](int key) {
     if (KeyPress) KeyPress(key);
+  };
+  line.clicked_into = [this] {
+    if (GotFocus) GotFocus();
   };
   QObject::connect(&line, &QLineEdit::textChanged, [this](const QString& text) { Store(Text, StdText(text)); });
 }
