@@ -122,9 +122,9 @@ def is_pointed_at(ann, line, message):
     time.sleep(0.6)  # Qt waits for that long whether another window of the program's own gets them
     line.says(message)
     awaited(pointed_at, f"the desktop points at the board after {message}")
+    ann.main.activate()
     if message == "0check":
         ann.answer("Message", "Return")
-    ann.main.activate()
     awaited(lambda: not pointed_at(), f"the desktop no longer points at the board after {message}")
     ann.desk.end(other)
 
