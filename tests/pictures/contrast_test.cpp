@@ -137,13 +137,6 @@ TEST_P(Contrasts, EveryTextAndEachPieceStandsOut) {
   EXPECT_GT(texts_, 100);
 }
 
-TEST(Contrast, CountsRedGreenAndBlueAsTheEyeDoes) {
-  const auto from_white = [](Color color) { return Contrast(color, {kWhite, kWhite}); };
-  EXPECT_NEAR(from_white(0x0000FF), 3.998, 0.001);
-  EXPECT_NEAR(from_white(0x00FF00), 1.372, 0.001);
-  EXPECT_NEAR(from_white(0xFF0000), 8.592, 0.001);
-}
-
 INSTANTIATE_TEST_SUITE_P(Schemes, Contrasts, testing::Values("light", "dark", "contrast"));
 
 }  // namespace

@@ -2,6 +2,8 @@
 
 #include <QEvent>
 #include <QPainter>
+#include <algorithm>
+#include <cmath>
 #include <optional>
 
 #include "platform/controls/native.h"
@@ -10,7 +12,6 @@
 #include "platform/drawing/picture.h"
 #include "platform/drawing/pixels.h"
 #include "platform/drawing/qt_color.h"
-#include "platform/drawing/snapped.h"
 
 namespace morva {
 
@@ -18,6 +19,22 @@ namespace {
 
 constexpr double kFocusRing = 45;  // twips, each of its two lines
 constexpr double kMarkRing = 15;
+
+// The nearest place whose edges lie between device pixels, at whatever scale. Places of one size stay alike.
+QRectF Snapped(const QPainter& painter, const QRectF& place) {
+  const QTransform screen = painter.deviceTransform();
+  const QRectF pixels = screen.mapRect(place);
+  return screen.inverted().mapRect(QRectF(pixels.topLeft().toPoint(), pixels.size().toSize()));
+}
+
+// The largest square of whole device pixels within the place, at its upper left.
+QRectF SquareWithin(const QPainter& painter, const QRectF& place) {
+  const QTransform screen = painter.deviceTransform();
+  const QRectF pixels = screen.mapRect(place);
+  const QPointF corner(std::ceil(pixels.left()), std::ceil(pixels.top()));
+  const double side = std::floor(std::min(pixels.right() - corner.x(), pixels.bottom() - corner.y()));
+  return screen.inverted().mapRect(QRectF(corner, QSizeF(side, side)));
+}
 
 // What a surface shows: its strokes, or a stored picture, inside its border.
 class Canvas : public QWidget {

@@ -4,7 +4,6 @@
 #include <string>
 #include <vector>
 
-#include "platform/drawing/pixels.h"
 #include "platform/drawing/surface.h"
 
 namespace morva {

@@ -1,6 +1,5 @@
 #include "platform/drawing/surface.h"
 
-#include <algorithm>
 #include <set>
 
 namespace morva {

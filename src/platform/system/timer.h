@@ -5,6 +5,8 @@
 
 #include "platform/system/property.h"
 
+class QTimer;
+
 namespace morva {
 
 /// Ticks again and again from the moment it is made. A tick takes at least 15 ms, one frame of a usual screen, however
@@ -19,8 +21,7 @@ class Timer {
 
  private:
   void Start();
-  class Impl;
-  std::unique_ptr<Impl> impl_;
+  std::unique_ptr<QTimer> timer_;
 };
 
 }  // namespace morva
