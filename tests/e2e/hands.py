@@ -6,7 +6,7 @@ import sys
 import time
 
 from desk import Desk, awaited, check, own_network, run
-from player import CHESS, RDO_HOST, Line, Player
+from player import CHANGE_DIALOG, CHESS, RDO_HOST, VERSION, Line, Player
 
 
 class Table:
@@ -107,6 +107,32 @@ def a_sentence_goes_on():
         line.hears("0n")
 
 
+def a_call_comes():
+    """Over our own windows at once; over an open menu and a file dialog once that is closed."""
+    with Table() as table:
+        ann, line = table.ann, table.line
+        for keys, title, waits in [(["F1"], "Instructions", False), (["alt+h", "a"], f"About Morva {VERSION}", False),
+                                   (["shift+F10"], CHANGE_DIALOG, False), (["F3"], "Open Game", True),
+                                   (["alt+m"], None, True)]:
+            if title == CHANGE_DIALOG:
+                ann.keys("F6")
+            ann.menu(*keys)
+            awaited(lambda: len(ann.windows()) == 3, f"{keys} opens something")
+            line.says("0check")
+            if waits:
+                time.sleep(0.5)
+                check(not ann.find("Message"), f"no box over {keys}")
+                ann.keys(*(["Escape"] if title else ["Escape", "Escape"]))
+            ann.answer("Message", "Return")
+            if title and not waits:
+                ann.window(title)
+                ann.keys("Escape")
+                ann.gone(title)
+            ann.listens()
+            ann.say("thanks")
+            line.hears("0thanks")
+
+
 def the_other_side_leaves():
     """In the middle of a sentence, under a desktop whose first button is No, while a save dialog is open."""
     with Table(XDG_CURRENT_DESKTOP="GNOME", GSETTINGS_BACKEND="memory") as table:
@@ -136,7 +162,7 @@ def main():
     own_network()
     plays = {"keys held down": keys_held_down, "the first windows": the_first_windows,
                 "a sentence goes on": a_sentence_goes_on,
-             "the other side leaves": the_other_side_leaves}
+             "a call comes": a_call_comes, "the other side leaves": the_other_side_leaves}
     return run({name: play for name, play in plays.items() if name in sys.argv[1:] or not sys.argv[1:]})
 
 
