@@ -174,7 +174,8 @@ class Talk:
 
     def take(self, kind, ident, verb, words):
         plain = words.split('"')[0]
-        idents, numbers = re.findall(r"[@#](\d+)", plain), [int(word) for word in re.findall(r"(?<![.\d])-?\d+", plain)]
+        idents = re.findall(r"[@#](\d+)", plain)
+        numbers = [round(float(word)) for word in re.findall(r"-?\d+(?:\.\d+)?", plain)]
         view = self.find(ident)
         if verb == "get_xdg_surface":
             self.shell = idents
