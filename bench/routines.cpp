@@ -254,7 +254,7 @@ bool SitDown() {
 int main(int argc, char** argv) {
   using namespace morva;
   Application application(argc, argv);
-  // Without a screen no window can be raised, and the toolkit says so each time.
+  // Without a screen no window can be raised, and Qt says so each time.
   QLoggingCategory::setFilterRules("default.warning=false");
   benchmark::Initialize(&argc, argv);
   if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 2;

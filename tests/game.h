@@ -94,7 +94,7 @@ class GameTest : public testing::Test {
     frmControl->tcp.Closed = [this, closed = frmControl->tcp.Closed] {
       try {
         closed();
-      } catch (const Ended&) {  // which must not go through the toolkit
+      } catch (const Ended&) {  // which must not pass through Qt
         ++ended_;
       }
     };

@@ -14,7 +14,7 @@ constexpr std::size_t kStrayPixels = 6;  // so many pixels may be further off
 constexpr int kCell = 32;  // pixels of the layout; where fonts are drawn in another way, such cells are compared
 constexpr int kSameCell = 90;
 
-/// What the pictures depend on beside the program: the toolkit, and the font as the system draws it.
+/// What the pictures depend on beside the program: Qt, and the font as the system draws it.
 QByteArray Here() {
   const QFont font = QApplication::font();
   const QByteArray version = QRawFont::fromFont(font).fontTable("head").mid(4, 8).toHex();
@@ -50,8 +50,8 @@ class Pictures : public Walk {
   void Judge(const std::string& name, QWidget& seen) {
     const QString file = QString::fromStdString(name) + ".png";
     EXPECT_TRUE(names_.insert(file).second) << name;
-    const bool toolkits = seen.inherits("QMenu") || seen.inherits("QMessageBox") || seen.inherits("QTipLabel");
-    if (!exact_ && !approving_ && toolkits) return;  // it lays them out by its fonts
+    const bool of_qt = seen.inherits("QMenu") || seen.inherits("QMessageBox") || seen.inherits("QTipLabel");
+    if (!exact_ && !approving_ && of_qt) return;  // laid out by fonts
     const QImage now = PictureOf(seen);
     const QImage approved = QImage(approved_.filePath(file)).convertToFormat(QImage::Format_RGB32);
     const std::vector<QRect> different = Differences(now, approved);

@@ -11,7 +11,7 @@ class Keys : public GameTest {
  protected:
   void SetUp() override { Sit(); }
 
-  /// Takes up the piece with the keys, and carries it to the square above.
+  /// Picks the piece up by keys, and carries it to the square above.
   static void CarryUp(int square) {
     frmChess->Cursor = square;
     frmChess->FocusBoard();

@@ -25,7 +25,7 @@ namespace morva {
 
 namespace {
 
-constexpr int kNarrowestBox = 220;  // pixels of any size of everything: title bars have but one
+constexpr int kNarrowestBox = 220;  // pixels at any zoom: title bars do not zoom
 constexpr int kLookAgainMs = 100;
 constexpr int kLongestText = 500;  // characters; the buttons must stay on the screen
 

@@ -104,14 +104,14 @@ Key KeyOf(const QKeyEvent& event) {
   return known == std::end(kKeys) ? Key::kOther : known->second;
 }
 
-// It is held for another key, or for the wheel, and says nothing by itself.
+// Modifier keys alone are ignored.
 bool IsModifier(int key) {
   return (key >= Qt::Key_Shift && key <= Qt::Key_ScrollLock) || key == Qt::Key_Super_L || key == Qt::Key_Super_R ||
          key == Qt::Key_AltGr;
 }
 
 // Offers a pressed key, unless it is a modifier, to the control that has the focus, then to its form. receiver is what
-// the toolkit gives the key to. True: one of them has used it.
+// Qt gives the key to. True: one of them has used it.
 bool TakeKey(const QWidget& receiver, NativeWindow& window, const QKeyEvent& event) {
   // What the control with the focus leaves alone comes by once more for each widget that it stands on.
   const QWidget* focus = window.focusWidget();
