@@ -117,7 +117,7 @@ std::string Obstacle(const QString& path) {
 // Asks until there is a name that will do. Empty: the user gave none.
 QString Chosen(QFileDialog& dialog) {
   while (Answer(dialog) == QDialog::Accepted) {
-    const QString path = dialog.selectedFiles().value(0);
+    QString path = dialog.selectedFiles().value(0);
     if (QFileInfo(path).fileName().contains('*')) continue;  // a pattern asks for a name; it is none
     const std::string obstacle = dialog.acceptMode() == QFileDialog::AcceptSave ? Obstacle(path) : "";
     if (obstacle.empty()) return path;
