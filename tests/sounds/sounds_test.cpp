@@ -82,9 +82,11 @@ class Sounds : public GameTest {
     ::close(card_);
   }
 
-  /// Takes sound as a card does, 10 ms of it each 10 ms, and so long. Where the computer is busy all goes slower.
+  /// Takes so much sound, as a card does: 10 ms of it each 10 ms. Where the computer is busy all goes slower.
   void Listen(int ms = 10) {
-    for (int steps = ms / 10; steps > 0; --steps) {
+    const std::size_t enough = stream_.size() + static_cast<std::size_t>(kRate * ms / 1000);
+    QElapsedTimer clock;
+    for (clock.start(); stream_.size() < enough && clock.elapsed() < 20 * ms;) {
       QTest::qWait(10);
       char32_t frames[kRate / 100];
       const auto bytes = ::read(card_, frames, sizeof(frames));
