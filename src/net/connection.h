@@ -5,9 +5,9 @@
 #include <string>
 
 #include "net/connection_thread.h"
+#include "platform/system/event_loop.h"
 #include "platform/system/local_address.h"
 #include "platform/system/socket.h"
-#include "platform/system/timer.h"
 
 namespace morva {
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/system/timer.h"
+#include "platform/system/event_loop.h"
 #include "platform/window/window.h"
 
 namespace morva {

@@ -4,7 +4,7 @@
 
 #include "platform/controls/command_button.h"
 #include "platform/controls/control_array.h"
-#include "platform/system/timer.h"
+#include "platform/system/event_loop.h"
 #include "platform/window/form.h"
 #include "platform/window/window.h"
 

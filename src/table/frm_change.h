@@ -4,7 +4,7 @@
 #include "platform/controls/control_array.h"
 #include "platform/controls/frame.h"
 #include "platform/controls/option_button.h"
-#include "platform/window/form_extender.h"
+#include "platform/window/form.h"
 #include "platform/window/window.h"
 
 namespace morva {

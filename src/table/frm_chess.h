@@ -12,7 +12,7 @@
 #include "platform/controls/text_box.h"
 #include "platform/controls/text_log.h"
 #include "platform/dialogs/dialogs.h"
-#include "platform/system/timer.h"
+#include "platform/system/event_loop.h"
 #include "platform/window/window.h"
 #include "table/clock.h"
 

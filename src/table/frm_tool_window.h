@@ -6,7 +6,7 @@
 #include "platform/controls/label.h"
 #include "platform/controls/list_box.h"
 #include "platform/controls/pictures.h"
-#include "platform/window/form_extender.h"
+#include "platform/window/form.h"
 #include "platform/window/window.h"
 
 namespace morva {

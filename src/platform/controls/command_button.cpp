@@ -4,7 +4,6 @@
 #include <QStyleOptionButton>
 #include <QStylePainter>
 
-#include "platform/controls/native.h"
 #include "platform/drawing/edge.h"
 #include "platform/drawing/pixels.h"
 #include "platform/system/qt_text.h"

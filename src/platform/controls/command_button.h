@@ -10,9 +10,6 @@ class CommandButton : public Control {
   CommandButton();
   Property<std::string> Caption;
   void SetLayoutText(const std::string& text) override { Caption = text; }
-
- protected:
-  bool TakesMouse() const override { return false; }
 };
 
 }  // namespace morva

@@ -59,11 +59,11 @@ class Control::EventFilter : public QObject {
  private:
   bool Press(const QMouseEvent& event) {
     Tell(control_.MouseDown, event);
-    return control_.TakesMouse();
+    return control_.takes_mouse_;
   }
 
   bool Release(const QMouseEvent& event) {
-    if (!control_.TakesMouse()) return false;
+    if (!control_.takes_mouse_) return false;
     const bool inside = control_.widget_->rect().contains(event.position().toPoint());
     if (inside && event.button() == Qt::LeftButton && control_.Click) control_.Click();
     return true;
@@ -111,6 +111,7 @@ Control::Control(std::unique_ptr<QWidget> widget)
                   }),
       SpokenName({}, [this] { widget_->setAccessibleName(QtText(SpokenName())); }),
       widget_(std::move(widget)),
+      takes_mouse_(widget_->focusPolicy() == Qt::NoFocus),
       filter_(std::make_unique<EventFilter>(*this)) {
   Controls().insert(widget_.get(), this);
   widget_->installEventFilter(filter_.get());

@@ -5,7 +5,6 @@
 #include <string>
 #include <vector>
 
-#include "platform/controls/keys.h"
 #include "platform/system/property.h"
 
 class QWidget;
@@ -15,6 +14,33 @@ namespace morva {
 inline constexpr int kLeftButton = 1;
 inline constexpr int kRightButton = 2;
 inline constexpr int kMiddleButton = 4;
+
+/// The keys that a handler can tell apart; all others are kOther.
+enum class Key {
+  kOther,
+  kLeft,
+  kUp,
+  kRight,
+  kDown,
+  kHome,
+  kEnd,
+  kPageUp,
+  kPageDown,
+  kSpace,
+  kEnter,
+  kEscape,
+  kMenu,  ///< the menu key, or Shift+F10, then without kShiftKey
+  kF6,
+  kT
+};
+
+/// The modifier keys of a key: a sum of these.
+inline constexpr int kShiftKey = 1;
+inline constexpr int kCtrlKey = 2;
+inline constexpr int kAltKey = 4;
+
+/// Told of a key before the control or the window handles it. True: the handler has acted, and nothing else happens.
+using KeyHandler = std::function<bool(Key key, int Shift)>;
 
 /// What a drag tells the control under the pointer.
 enum class DragState : int { kEnter = 0, kLeave = 1, kOver = 2 };
@@ -82,17 +108,22 @@ class Control : protected PropertyOwner {
 
  protected:
   explicit Control(std::unique_ptr<QWidget> widget);
-  /// Whether mouse events end at the handlers, as on pictures and labels, or go on to the widget, as on buttons.
-  virtual bool TakesMouse() const { return true; }
 
  private:
   class EventFilter;
   void Lay();
   std::unique_ptr<QWidget> widget_;
+  const bool takes_mouse_;  // events end at the handlers, as on pictures and labels, and don't reach the widget
   std::unique_ptr<EventFilter> filter_;
   Control* group_ = nullptr;
   std::vector<Control*> members_;
 };
+
+/// The control's widget, as the class that it is of.
+template <class W>
+W& As(const Control& control) {
+  return *static_cast<W*>(control.Native());
+}
 
 /// The control to which the widget belongs; none for a window and its bare client area.
 Control* ControlOf(const QWidget* widget);

@@ -1,8 +1,8 @@
 #include "platform/controls/frame.h"
 
 #include <QPainter>
+#include <QWidget>
 
-#include "platform/controls/native.h"
 #include "platform/drawing/fonts.h"
 #include "platform/drawing/pixels.h"
 #include "platform/system/qt_text.h"

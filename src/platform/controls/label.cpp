@@ -5,7 +5,6 @@
 #include <algorithm>
 #include <utility>
 
-#include "platform/controls/native.h"
 #include "platform/controls/pictures.h"
 #include "platform/drawing/contrast.h"
 #include "platform/drawing/edge.h"

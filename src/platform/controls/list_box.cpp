@@ -8,7 +8,6 @@
 #include <QStyledItemDelegate>
 #include <QTimer>
 
-#include "platform/controls/native.h"
 #include "platform/drawing/edge.h"
 #include "platform/system/qt_text.h"
 

@@ -4,7 +4,7 @@
 #include <vector>
 
 #include "platform/controls/control.h"
-#include "platform/controls/shown_later.h"
+#include "platform/system/event_loop.h"
 
 namespace morva {
 
@@ -21,9 +21,6 @@ class ListBox : public Control {
   const std::string& List(int index) const;
   std::int32_t& ItemData(int index);
   void Rescale() override;
-
- protected:
-  bool TakesMouse() const override { return false; }
 
  private:
   void Show();

@@ -7,7 +7,6 @@
 #include <QStyleOptionButton>
 #include <QStylePainter>
 
-#include "platform/controls/native.h"
 #include "platform/controls/qt_keys.h"
 #include "platform/drawing/edge.h"
 #include "platform/drawing/fonts.h"

@@ -12,9 +12,6 @@ class OptionButton : public Control {
   Property<bool> Value;  ///< assigning True takes it from the others of the group and fires Click, as the user's click
   void PlaceOn(QWidget* parent, double left, double top, double width, double height) override;
   void SetLayoutText(const std::string& text) override { Caption = text; }
-
- protected:
-  bool TakesMouse() const override { return false; }
 };
 
 }  // namespace morva

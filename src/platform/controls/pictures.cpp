@@ -2,11 +2,11 @@
 
 #include <QEvent>
 #include <QPainter>
+#include <QWidget>
 #include <algorithm>
 #include <cmath>
 #include <optional>
 
-#include "platform/controls/native.h"
 #include "platform/drawing/contrast.h"
 #include "platform/drawing/edge.h"
 #include "platform/drawing/picture.h"

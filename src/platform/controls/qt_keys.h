@@ -2,7 +2,7 @@
 
 #include <QKeyEvent>
 
-#include "platform/controls/keys.h"
+#include "platform/controls/control.h"
 
 namespace morva {
 

@@ -8,7 +8,6 @@
 #include <climits>
 #include <utility>
 
-#include "platform/controls/native.h"
 #include "platform/controls/qt_keys.h"
 #include "platform/system/qt_text.h"
 

@@ -13,9 +13,6 @@ class TextBox : public Control {
   std::function<void(int KeyAscii)> KeyPress;
   void SelectAll();
   void SetLayoutText(const std::string& text) override { Text = text; }
-
- protected:
-  bool TakesMouse() const override { return false; }
 };
 
 }  // namespace morva

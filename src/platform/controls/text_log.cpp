@@ -5,7 +5,6 @@
 #include <QTextDocumentFragment>
 #include <algorithm>
 
-#include "platform/controls/native.h"
 #include "platform/drawing/pixels.h"
 #include "platform/system/qt_text.h"
 

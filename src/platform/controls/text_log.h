@@ -1,7 +1,7 @@
 #pragma once
 
 #include "platform/controls/control.h"
-#include "platform/controls/shown_later.h"
+#include "platform/system/event_loop.h"
 
 namespace morva {
 
@@ -21,9 +21,6 @@ class TextLog : public Control {
   std::string ShownText() const;
   void SetLayoutText(const std::string& text) override { Text = text; }
   void Rescale() override;
-
- protected:
-  bool TakesMouse() const override { return false; }
 
  private:
   void Show();

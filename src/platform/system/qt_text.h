@@ -6,14 +6,12 @@
 
 namespace morva {
 
-inline QString QtText(const std::string& text) {
-  return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
-}
+inline QString QtText(const std::string& text) { return QString::fromStdString(text); }
 
 inline std::string StdText(const QString& text) { return text.toStdString(); }
 
-inline constexpr qsizetype kShort =
-    1000;  ///< characters: setting a line takes the longer the longer it is, seen or not
+/// Characters: setting a line takes the longer the longer it is, seen or not.
+inline constexpr qsizetype kShort = 1000;
 inline constexpr std::size_t kShortBytes = 4 * kShort;
 
 /// The beginning of a text of any length, with "…" where it goes on.

@@ -90,4 +90,11 @@ class Form : public FormEvents {
   std::unique_ptr<Stacking> stacking_;
 };
 
+/// Keeps its window above all others while ontop is True.
+class FormExtender {
+ public:
+  explicit FormExtender(Form& form) : ontop(false, [this, &form] { form.StayOnTop(ontop()); }) {}
+  Property<bool> ontop;
+};
+
 }  // namespace morva

@@ -45,9 +45,7 @@ Qt::WindowFlags FlagsOf(const FormStyle& style) {
 }
 
 // Whether the key changes or ends a line of text, and would not move about in a list or on a board.
-bool IsTyping(const QKeyEvent& event) {
-  return event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter || WritesText(event);
-}
+bool IsTyping(const QKeyEvent& event) { return IsEnter(event) || WritesText(event); }
 
 }  // namespace
 
@@ -232,7 +230,7 @@ void NativeWindow::closeEvent(QCloseEvent* event) {
 void NativeWindow::keyPressEvent(QKeyEvent* event) {
   auto* focused = qobject_cast<QPushButton*>(focusWidget());
   QPushButton* pressed = nullptr;
-  if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
+  if (IsEnter(*event)) {
     pressed = focused != nullptr ? focused : default_button;
   } else if (event->key() == Qt::Key_Escape) {
     if (style_.escape_closes) return events_.unload();

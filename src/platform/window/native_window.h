@@ -34,7 +34,6 @@ class NativeWindow : public QWidget {
   const FormStyle& Style() const { return style_; }
   QWidget& Client() { return client_; }
   QMenuBar& Bar();
-  bool HasMenu() const { return bar_ != nullptr; }
   /// Whether the window manager draws a frame with a title bar round it.
   bool HasTitleBar() const;
   bool IsDocked() const { return !isWindow() && style_.frame == FormStyle::Frame::kSizableWidth; }
