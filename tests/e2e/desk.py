@@ -245,6 +245,7 @@ class Desk:
             "LANG": "C.UTF-8",
             "http_proxy": f"http://{ADDRESS}:9",  # which nobody answers at; it is for web pages
             "XDG_CURRENT_DESKTOP": name,
+            **({"KDE_FULL_SESSION": "true", "KDE_SESSION_VERSION": "5"} if name == "KDE" else {}),
             "XDG_SESSION_TYPE": "wayland" if self.session else "x11",
             "KWIN_COMPOSE": "Q" if self.session else "N",
             "LIBGL_ALWAYS_SOFTWARE": "1",
