@@ -324,6 +324,8 @@ class Desk:
         if self.native:
             self.inside |= {"QT_QPA_PLATFORM": "wayland", "WAYLAND_DEBUG": "1"}
             self.inside.pop("DISPLAY", None)
+        if self.desktop == "weston":  # adds up steps, and can be a pixel off until the pointer is stopped by the edges
+            self.act("mousemove", self.width - 1, self.height - 1, "sleep", 0.1, "mousemove", 0, 0, "sleep", 0.1)
         self.act("mousemove", 1, 1, "mousemove", 2, 2)  # it does not know where the pointer is until it moves
 
     def start(self, *command, stderr=subprocess.DEVNULL, **more):
