@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "platform/controls/keys.h"
 #include "platform/system/property.h"
 
 class QWidget;
@@ -14,33 +15,6 @@ namespace morva {
 inline constexpr int kLeftButton = 1;
 inline constexpr int kRightButton = 2;
 inline constexpr int kMiddleButton = 4;
-
-/// The keys that a handler can tell apart; all others are kOther.
-enum class Key {
-  kOther,
-  kLeft,
-  kUp,
-  kRight,
-  kDown,
-  kHome,
-  kEnd,
-  kPageUp,
-  kPageDown,
-  kSpace,
-  kEnter,
-  kEscape,
-  kMenu,  ///< the menu key, or Shift+F10, then without kShiftKey
-  kF6,
-  kT
-};
-
-/// The modifier keys of a key: a sum of these.
-inline constexpr int kShiftKey = 1;
-inline constexpr int kCtrlKey = 2;
-inline constexpr int kAltKey = 4;
-
-/// Told of a key before the control or the window handles it. True: the handler has acted, and nothing else happens.
-using KeyHandler = std::function<bool(Key key, int Shift)>;
 
 /// What a drag tells the control under the pointer.
 enum class DragState : int { kEnter = 0, kLeave = 1, kOver = 2 };

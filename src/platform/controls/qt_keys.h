@@ -2,7 +2,7 @@
 
 #include <QKeyEvent>
 
-#include "platform/controls/control.h"
+#include "platform/controls/keys.h"
 
 namespace morva {
 
