@@ -49,16 +49,6 @@ QWidget* Parent() {
   return active != nullptr ? active : Stacking::Main();
 }
 
-// The window with the chat line, which stays to the end; none before there is one.
-NativeWindow* Table() {
-  const QWidgetList windows = QApplication::topLevelWidgets();
-  const auto table = std::find_if(windows.begin(), windows.end(), [](const QWidget* window) {
-    const NativeWindow* form = NativeWindow::Of(window);
-    return form != nullptr && form->isVisible() && NativeWindow::Of(form->text_line) == form;
-  });
-  return table == windows.end() ? nullptr : NativeWindow::Of(*table);
-}
-
 void SetUp(QMessageBox& box, const std::string& text, const std::string& title) {
   box.setTextFormat(Qt::PlainText);
   const QString whole = QtText(text);
@@ -97,7 +87,7 @@ void WhenFree(const std::function<void()>& show) {
 }
 
 std::unique_ptr<UnaskedBox> MakeUnasked(const std::string& text, const std::string& title, QMessageBox::Icon icon) {
-  NativeWindow* table = Table();
+  NativeWindow* table = Stacking::Main();
   auto box = std::make_unique<UnaskedBox>(table, table == nullptr ? nullptr : table->text_line);
   box->setIcon(icon);  // lays everything out anew
   SetUp(*box, text, title);
