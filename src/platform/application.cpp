@@ -34,6 +34,8 @@ std::function<void()> end_program = [] {
   const QWidgetList windows = QApplication::topLevelWidgets();
   for (QWidget* window : windows) window->hide();
   QApplication::processEvents(QEventLoop::ExcludeUserInputEvents | QEventLoop::ExcludeSocketNotifiers);
+  // Qt's own threads go on to the very end; what they miss by then concerns nobody.
+  qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) {});
   std::quick_exit(0);
 };
 
