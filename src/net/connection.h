@@ -6,7 +6,6 @@
 
 #include "net/connection_thread.h"
 #include "platform/system/event_loop.h"
-#include "platform/system/local_address.h"
 #include "platform/system/socket.h"
 
 namespace morva {

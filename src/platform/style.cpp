@@ -7,9 +7,9 @@
 #include <algorithm>
 
 #include "platform/drawing/contrast.h"
+#include "platform/drawing/desktop_colors.h"
 #include "platform/drawing/fonts.h"
 #include "platform/drawing/pixels.h"
-#include "platform/drawing/qt_color.h"
 
 namespace morva {
 

@@ -1,4 +1,3 @@
-#include "platform/system/resources.h"
 #include "platform/system/sound.h"
 #include "table/frm_chess.h"
 

@@ -8,7 +8,7 @@
 #include <map>
 
 #include "platform/drawing/contrast.h"
-#include "platform/drawing/qt_color.h"
+#include "platform/drawing/desktop_colors.h"
 #include "tests/pictures/walk.h"
 
 namespace morva {

@@ -9,7 +9,7 @@
 #include <cstdlib>
 #include <utility>
 
-#include "platform/system/resources.h"
+#include "platform/system/sound.h"
 #include "tests/game.h"
 
 namespace morva {

@@ -7,10 +7,10 @@
 
 #include "platform/controls/pictures.h"
 #include "platform/drawing/contrast.h"
+#include "platform/drawing/desktop_colors.h"
 #include "platform/drawing/edge.h"
 #include "platform/drawing/fonts.h"
 #include "platform/drawing/pixels.h"
-#include "platform/drawing/qt_color.h"
 #include "platform/system/qt_text.h"
 
 namespace morva {
@@ -22,13 +22,6 @@ constexpr double kFocusMargin = 60;  // twips between the text and the focus rin
 class FittingLabel : public QLabel {
  public:
   explicit FittingLabel(const Label& label) : label_(label) {}
-
-  void SetFont(double points, bool bold) {
-    if (points == points_ && bold == bold_) return;
-    points_ = points;
-    bold_ = bold;
-    Refit();
-  }
 
   // The text is measured when it is painted, so that the caller need not wait for it.
   void Refit() {
@@ -63,7 +56,7 @@ class FittingLabel : public QLabel {
   const QFont& FittedFont() const {
     if (std::exchange(fits_, true)) return fitted_;
     constexpr int kSmallest = 5;  // pixels
-    fitted_ = ProgramFont(points_, bold_);
+    fitted_ = ProgramFont(label_.FontSize(), label_.FontBold());
     one_line_ = height() < 2 * QFontMetrics(fitted_).lineSpacing();
     if (one_line_) fitted_ = Fitted(fitted_, text(), width());
     while (!one_line_ && fitted_.pixelSize() > kSmallest && !Fits(fitted_))
@@ -125,8 +118,6 @@ class FittingLabel : public QLabel {
   }
 
   const Label& label_;
-  double points_ = 0;
-  bool bold_ = false;
   mutable QFont fitted_;
   mutable bool fits_ = false, one_line_ = false;
 };
@@ -138,12 +129,11 @@ Label::Label()
       Caption({},
               [this] {
                 As<QLabel>(*this).setText(ShortText(Caption()));
-                As<FittingLabel>(*this).Refit();
-                SpokenMayChange();
+                Refit();
               }),
       ForeColor(kButtonText, [this] { Native()->update(); }),
-      FontBold(false, [this] { SetFont(); }),
-      FontSize(8.25, [this] { SetFont(); }),
+      FontBold(false, [this] { Refit(); }),
+      FontSize(8.25, [this] { Refit(); }),
       TextAlignment(Alignment::kLeft, [this] {
         const bool centred = TextAlignment() == Alignment::kCenter;
         As<QLabel>(*this).setAlignment((centred ? Qt::AlignHCenter : Qt::AlignLeft) | Qt::AlignTop);
@@ -152,16 +142,15 @@ Label::Label()
   label.setTextFormat(Qt::PlainText);
   label.setAlignment(Qt::AlignLeft | Qt::AlignTop);
   label.setWordWrap(true);
-  SetFont();
 }
 
 void Label::Rescale() {
   Control::Rescale();
-  As<FittingLabel>(*this).Refit();
+  Refit();
 }
 
-void Label::SetFont() {
-  As<FittingLabel>(*this).SetFont(FontSize(), FontBold());
+void Label::Refit() {
+  As<FittingLabel>(*this).Refit();
   SpokenMayChange();
 }
 

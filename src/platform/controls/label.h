@@ -24,7 +24,7 @@ class Label : public Control {
   void SetLayoutText(const std::string& text) override { Caption = text; }
 
  private:
-  void SetFont();
+  void Refit();
 };
 
 }  // namespace morva

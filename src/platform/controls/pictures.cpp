@@ -5,13 +5,14 @@
 #include <QWidget>
 #include <algorithm>
 #include <cmath>
+#include <functional>
 #include <optional>
 
 #include "platform/drawing/contrast.h"
+#include "platform/drawing/desktop_colors.h"
 #include "platform/drawing/edge.h"
 #include "platform/drawing/picture.h"
 #include "platform/drawing/pixels.h"
-#include "platform/drawing/qt_color.h"
 
 namespace morva {
 
@@ -36,10 +37,15 @@ QRectF SquareWithin(const QPainter& painter, const QRectF& place) {
   return screen.inverted().mapRect(QRectF(corner, QSizeF(side, side)));
 }
 
+void PaintStored(QPainter& painter, const QRect& place, const QPixmap& stored) {
+  painter.setRenderHint(QPainter::SmoothPixmapTransform);
+  painter.drawPixmap(Snapped(painter, place), stored, stored.rect());
+}
+
 // What a surface shows: its strokes, or a stored picture, inside its border.
 class Canvas : public QWidget {
  public:
-  Canvas(PictureBox& box, Surface& surface) : box_(box), surface_(surface) {
+  explicit Canvas(PictureBox& box) : box_(box) {
     setMouseTracking(true);
     setAttribute(Qt::WA_OpaquePaintEvent);
   }
@@ -54,8 +60,7 @@ class Canvas : public QWidget {
     if (changed_ || drawn_.devicePixelRatio() != devicePixelRatioF() || size_ != size) {
       size_ = size;
       changed_ = false;
-      surface_.DropRepeated();
-      drawn_ = PictureOf(surface_.Strokes(), box_.BackColor(), size.width(), size.height(), devicePixelRatioF());
+      drawn_ = PictureOf(box_.Strokes(), box_.BackColor(), size.width(), size.height(), devicePixelRatioF());
     }
     return drawn_;
   }
@@ -72,8 +77,7 @@ class Canvas : public QWidget {
     QPainter painter(this);
     if (inside != rect()) PaintEdge(painter, rect(), Edge::kSunken, palette());
     if (!stored.isNull()) {
-      painter.setRenderHint(QPainter::SmoothPixmapTransform);
-      painter.drawPixmap(Snapped(painter, inside), stored, stored.rect());
+      PaintStored(painter, inside, stored);
     } else {
       painter.drawPixmap(inside.topLeft(), Drawn());
     }
@@ -84,60 +88,26 @@ class Canvas : public QWidget {
 
  private:
   PictureBox& box_;
-  Surface& surface_;
   QPixmap drawn_;
   QSize size_;
   bool changed_ = true;
 };
 
-class ImageWidget : public QWidget {
+class Painted : public QWidget {
  public:
-  QPixmap stored;
+  std::function<void(QPainter& painter, const QRect& place)> paint;
 
  protected:
   void paintEvent(QPaintEvent* /*event*/) override {
     QPainter painter(this);
-    painter.setRenderHint(QPainter::SmoothPixmapTransform);
-    painter.drawPixmap(Snapped(painter, rect()), stored, stored.rect());
+    if (paint) paint(painter, rect());
   }
-};
-
-class Disc : public QWidget {
- public:
-  explicit Disc(const CircleShape& shape) : shape_(shape) {}
-
- protected:
-  void paintEvent(QPaintEvent* /*event*/) override {
-    QPainter painter(this);
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(Qt::NoPen);
-    const QRectF whole = SquareWithin(painter, rect());
-    painter.setBrush(QtColor(shape_.BorderColor()));
-    painter.drawEllipse(whole);
-    painter.setBrush(QtColor(shape_.BackColor()));
-    const double border = std::max(1.0, zoom_factor);
-    painter.drawEllipse(whole.adjusted(border, border, -border, -border));
-  }
-
- private:
-  const CircleShape& shape_;
-};
-
-class RuleWidget : public QWidget {
- public:
-  explicit RuleWidget(const Rule& rule) : rule_(rule) {}
-
- protected:
-  void paintEvent(QPaintEvent* /*event*/) override { QPainter(this).fillRect(rect(), QtColor(rule_.BorderColor())); }
-
- private:
-  const Rule& rule_;
 };
 
 }  // namespace
 
 PictureBox::PictureBox(Border border)
-    : Control(std::make_unique<Canvas>(*this, *this)),
+    : Control(std::make_unique<Canvas>(*this)),
       BackColor(kButtonFace, [this] { As<Canvas>(*this).Redraw(); }),
       Picture({},
               [this] {
@@ -196,8 +166,10 @@ Ground PictureBox::GroundAt(const QRect& place) const {
 }
 
 Image::Image()
-    : Control(std::make_unique<ImageWidget>()), Picture({}, [this] {
-        As<ImageWidget>(*this).stored = StoredPicture(Picture());
+    : Control(std::make_unique<Painted>()), Picture({}, [this] {
+        As<Painted>(*this).paint = [stored = StoredPicture(Picture())](QPainter& painter, const QRect& place) {
+          PaintStored(painter, place, stored);
+        };
         Native()->update();
       }) {
   Kind = SpokenKind::kNothing;
@@ -205,19 +177,31 @@ Image::Image()
 
 void Image::Rescale() {
   Control::Rescale();
-  As<ImageWidget>(*this).stored = StoredPicture(Picture());
+  Picture = Picture();
 }
 
 CircleShape::CircleShape()
-    : Control(std::make_unique<Disc>(*this)),
+    : Control(std::make_unique<Painted>()),
       BackColor(kWhite, [this] { Native()->update(); }),
       BorderColor(kBlack, [this] { Native()->update(); }) {
   Kind = SpokenKind::kNothing;
+  As<Painted>(*this).paint = [this](QPainter& painter, const QRect& place) {
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(Qt::NoPen);
+    const QRectF whole = SquareWithin(painter, place);
+    painter.setBrush(QtColor(BorderColor()));
+    painter.drawEllipse(whole);
+    painter.setBrush(QtColor(BackColor()));
+    const double border = std::max(1.0, zoom_factor);
+    painter.drawEllipse(whole.adjusted(border, border, -border, -border));
+  };
 }
 
-Rule::Rule()
-    : Control(std::make_unique<RuleWidget>(*this)), BorderColor(kButtonShadow, [this] { Native()->update(); }) {
+Rule::Rule() : Control(std::make_unique<Painted>()), BorderColor(kButtonShadow, [this] { Native()->update(); }) {
   Kind = SpokenKind::kNothing;
+  As<Painted>(*this).paint = [this](QPainter& painter, const QRect& place) {
+    painter.fillRect(place, QtColor(BorderColor()));
+  };
 }
 
 }  // namespace morva

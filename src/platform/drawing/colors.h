@@ -2,8 +2,6 @@
 
 #include <cstdint>
 
-class QColor;
-
 namespace morva {
 
 /// A colour value 0 to 16777215, red in the low byte, green in the middle byte, blue in the high byte; or a system
@@ -20,11 +18,5 @@ inline constexpr Color kButtonFace = 0x8000000F;
 inline constexpr Color kButtonShadow = 0x80000010;
 inline constexpr Color kButtonText = 0x80000012;
 inline constexpr Color kButtonHighlight = 0x80000014;
-
-/// The colour value of a colour of Qt.
-Color ColorOf(const QColor& color);
-
-/// The colour so many per cent, 0 to 100, of the way from one colour value to another.
-Color Mixed(Color from, Color to, int percent);
 
 }  // namespace morva

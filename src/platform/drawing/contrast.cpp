@@ -38,6 +38,15 @@ double Contrast(Color color, Ground ground) {
   return own > darkest ? 1 : (darkest + 0.05) / (own + 0.05);
 }
 
+Color Mixed(Color from, Color to, int percent) {
+  Color mixed = 0;
+  for (const int shift : {0, 8, 16}) {
+    const auto channel = [shift](Color color) { return static_cast<int>(color >> shift & 0xFFU); };
+    mixed |= static_cast<Color>(channel(from) + (channel(to) - channel(from)) * percent / 100) << shift;
+  }
+  return mixed;
+}
+
 Color Readable(Color wanted, Ground ground, double contrast) {
   if (Contrast(wanted, ground) >= contrast) return wanted;
   const double own = Luminance(wanted);

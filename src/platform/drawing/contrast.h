@@ -19,6 +19,9 @@ Ground With(Ground ground, Color color);
 /// The contrast of a colour value with the background, where it is least: from 1 (none) to 21 (black on white).
 double Contrast(Color color, Ground ground);
 
+/// The colour so many per cent, 0 to 100, of the way from one colour value to another.
+Color Mixed(Color from, Color to, int percent);
+
 /// The colour value nearest to the wanted one that has the contrast, towards black or white; black or white itself
 /// where the background lies between. Where none has it, the better of black and white.
 Color Readable(Color wanted, Ground ground, double contrast = kReadable);

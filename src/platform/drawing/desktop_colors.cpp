@@ -44,4 +44,11 @@ Color Resolved(Color color) {
   return (color & kSystemColor) != 0 ? GetSysColor(static_cast<int>(color & 0xFFU)) : color;
 }
 
+QColor QtColor(Color color) {
+  const QRgb value = Resolved(color);  // with red and blue the other way round
+  return QColor(qBlue(value), qGreen(value), qRed(value));
+}
+
+Color ColorOf(const QColor& color) { return qRgba(color.blue(), color.green(), color.red(), 0); }
+
 }  // namespace morva

@@ -10,8 +10,8 @@
 #include <cmath>
 #include <cstdio>
 
+#include "platform/drawing/desktop_colors.h"
 #include "platform/drawing/pixels.h"
-#include "platform/drawing/qt_color.h"
 #include "platform/system/qt_text.h"
 
 namespace morva {

@@ -1,13 +1,10 @@
 #include "platform/drawing/surface.h"
 
-#include <set>
-
 namespace morva {
 
 void Surface::Cls() {
   if (strokes_.empty()) return;
   strokes_.clear();
-  tidied_ = 0;
   if (drawn_) drawn_();
 }
 
@@ -21,20 +18,8 @@ void Surface::Circle(double x, double y, double radius, Color color) {
        color, FillSolid ? FillColor : kBlack, FillSolid ? 1 : 0});
 }
 
-void Surface::DropRepeated() {
-  // What is drawn on a clear surface hardly repeats itself; what is drawn over it often does.
-  if (tidied_ > 0 && strokes_.size() > tidied_) {
-    std::set<Stroke> seen;
-    std::vector<Stroke> kept;
-    for (auto stroke = strokes_.rbegin(); stroke != strokes_.rend(); ++stroke) {
-      if (seen.insert(*stroke).second) kept.push_back(*stroke);
-    }
-    strokes_.assign(kept.rbegin(), kept.rend());
-  }
-  tidied_ = strokes_.size();
-}
-
 void Surface::Add(const Stroke& stroke) {
+  std::erase(strokes_, stroke);  // what is drawn again and again, such as the mark under a drag, does not pile up
   strokes_.push_back(stroke);
   if (drawn_) drawn_();
 }

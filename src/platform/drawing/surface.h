@@ -37,11 +37,8 @@ class Surface {
   void Circle(double x, double y, double radius) { Circle(x, y, radius, ForeColor); }
   void Circle(double x, double y, double radius, Color color);
 
-  /// The strokes since the last Cls, oldest first. Those that are repeated later may be missing.
+  /// The strokes since the last Cls, oldest first, without those that are repeated later.
   const std::vector<Stroke>& Strokes() const { return strokes_; }
-  /// Drops such strokes. Called before painting, so that what is drawn again and again, such as the mark under a drag,
-  /// does not pile up.
-  void DropRepeated();
 
  protected:
   std::function<void()> drawn_;  ///< called after each change of the picture
@@ -49,7 +46,6 @@ class Surface {
  private:
   void Add(const Stroke& stroke);
   std::vector<Stroke> strokes_;
-  std::size_t tidied_ = 0;  // how many strokes the last DropRepeated left
 };
 
 }  // namespace morva

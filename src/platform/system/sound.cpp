@@ -2,7 +2,10 @@
 
 #include <QCoreApplication>
 #include <QLibrary>
+#include <QResource>
 #include <QTimer>
+
+#include "platform/system/qt_text.h"
 
 namespace morva {
 
@@ -22,6 +25,12 @@ Play Speaker() {
 }
 
 }  // namespace
+
+std::span<const unsigned char> LoadResData(int id, const std::string& type) {
+  const QResource resource(QtText(":/" + type + "/" + std::to_string(id)));
+  if (!resource.isValid()) return {};
+  return {resource.data(), static_cast<std::size_t>(resource.size())};
+}
 
 // Opening the device takes longer than painting a move: painting goes first.
 void PlaySoundImage(std::span<const unsigned char> wave) {

@@ -24,28 +24,16 @@ Form::Form(const FormStyle& style)
               }),
       SpokenName({}, [this] { native_->setAccessibleName(QtText(SpokenName())); }),
       Left(
-          0,
-          [this] {
-            MoveTo({ToPixels(Left.Assigned()), placing_->Corner().y()});
-          },
+          0, [this] { MoveTo(QPoint(ToPixels(Left.Assigned()), placing_->Corner().y())); },
           [this] { return ToTwips(placing_->Corner().x()); }),
       Top(
-          0,
-          [this] {
-            MoveTo({placing_->Corner().x(), ToPixels(Top.Assigned())});
-          },
+          0, [this] { MoveTo(QPoint(placing_->Corner().x(), ToPixels(Top.Assigned()))); },
           [this] { return ToTwips(placing_->Corner().y()); }),
       ScaleWidth(
-          0,
-          [this] {
-            native_->SizeClient({ScaleWidth.Assigned(), native_->ClientTwips().height()});
-          },
+          0, [this] { native_->SizeClient(QSizeF(ScaleWidth.Assigned(), native_->ClientTwips().height())); },
           [this] { return ToTwips(native_->Client().width()); }),
       ScaleHeight(
-          0,
-          [this] {
-            native_->SizeClient({native_->ClientTwips().width(), ScaleHeight.Assigned()});
-          },
+          0, [this] { native_->SizeClient(QSizeF(native_->ClientTwips().width(), ScaleHeight.Assigned())); },
           [this] { return ToTwips(native_->Client().height()); }),
       Enabled(true,
               [this] {

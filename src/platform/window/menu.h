@@ -24,7 +24,14 @@ class Menu {
   std::function<void()> Click;  ///< also fired by the shortcut, wherever the focus is
 
   /// A row of a menu table: depth 0 is a menu of the bar, deeper rows stand in the menu above them.
-  struct Row;
+  struct Row {
+    int depth;
+    Menu& item;
+    std::string caption;
+    std::string shortcut = {};  ///< "Ctrl+F1"; empty for none
+    bool checked_at_start = false;
+    bool hidden = false;  ///< a menu that only opens as a popup
+  };
   /// Makes the items of a table, which then belong to the window; returns those that stand in its bar.
   static std::vector<QAction*> Make(QWidget& window, std::initializer_list<Row> rows);
   /// Opens the menu at a place on the screen and waits until it closes; does nothing for an item.
@@ -34,15 +41,6 @@ class Menu {
   void Stand(QAction* action, const Row& row);
   QAction* action_ = nullptr;
   QMenu* menu_ = nullptr;
-};
-
-struct Menu::Row {
-  int depth;
-  Menu& item;
-  std::string caption;
-  std::string shortcut = {};  ///< "Ctrl+F1"; empty for none
-  bool checked_at_start = false;
-  bool hidden = false;  ///< a menu that only opens as a popup
 };
 
 }  // namespace morva

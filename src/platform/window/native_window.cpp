@@ -13,11 +13,11 @@
 #include <utility>
 
 #include "platform/controls/qt_keys.h"
+#include "platform/drawing/desktop_colors.h"
 #include "platform/drawing/edge.h"
 #include "platform/drawing/fonts.h"
 #include "platform/drawing/picture.h"
 #include "platform/drawing/pixels.h"
-#include "platform/drawing/qt_color.h"
 #include "platform/window/session.h"
 
 namespace morva {
