@@ -9,6 +9,7 @@
 #include "files/frm_instructions.h"
 #include "net/frm_splash.h"
 #include "platform/application.h"
+#include "platform/window/zoom.h"
 #include "table/frm_chess.h"
 #include "table/frm_tool_window.h"
 
@@ -60,7 +61,7 @@ int main(int argc, char** argv) {
   if (const auto code = Answer({argv + 1, argv + argc})) return *code;
   Application application(argc, argv);
   UseDataFolder();
-  application.FitScreen(FrmChess::kScaleWidth, FrmChess::kScaleHeight, FrmToolWindow::kScaleWidth);
+  Zoom::BeginFor(FrmChess::kScaleWidth, FrmChess::kScaleHeight, FrmToolWindow::kScaleWidth);
   game_window = []() -> GameWindow& { return *frmChess; };
   frmChess.made = [](FrmChess& window) {
     ConnectFileMenus(window);

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/controls/command_button.h"
+#include "platform/controls/buttons.h"
 #include "platform/controls/control_array.h"
 #include "platform/controls/label.h"
 #include "platform/controls/pictures.h"

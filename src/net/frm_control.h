@@ -3,7 +3,7 @@
 #include <string>
 
 #include "net/connection.h"
-#include "platform/controls/command_button.h"
+#include "platform/controls/buttons.h"
 #include "platform/controls/label.h"
 #include "platform/controls/pictures.h"
 #include "platform/window/window.h"

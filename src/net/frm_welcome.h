@@ -1,9 +1,8 @@
 #pragma once
 
-#include "platform/controls/command_button.h"
+#include "platform/controls/buttons.h"
 #include "platform/controls/frame.h"
 #include "platform/controls/label.h"
-#include "platform/controls/option_button.h"
 #include "platform/controls/text_box.h"
 #include "platform/window/window.h"
 

@@ -2,7 +2,7 @@
 
 #include <vector>
 
-#include "platform/controls/command_button.h"
+#include "platform/controls/buttons.h"
 #include "platform/controls/control_array.h"
 #include "platform/system/event_loop.h"
 #include "platform/window/form.h"

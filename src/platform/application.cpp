@@ -22,7 +22,6 @@
 #include "platform/window/input.h"
 #include "platform/window/session.h"
 #include "platform/window/window.h"
-#include "platform/window/zoom.h"
 
 // Outside any namespace: the macro declares a function.
 static void InitStoredFiles() { Q_INIT_RESOURCE(stored); }
@@ -57,20 +56,10 @@ void SayThatThereIsNoDisplay(QtMsgType type, const QMessageLogContext&, const QS
 
 }  // namespace
 
-class Application::Impl {
- public:
-  Impl(int& argc, char** argv) : app_(argc, argv) {
-    app_.installEventFilter(&gate_);
-    screen_reader = {Announce, TellNameLater};
-    LeadIntoPopupMenus();
-    for (const auto interfaces : {SpokenControl, SpokenWindow, SpokenAnnouncement}) {
-      QAccessible::installFactory(interfaces);
-    }
-  }
-
- private:
-  QApplication app_;
-  InputGate gate_;
+struct Application::Impl {
+  Impl(int& argc, char** argv) : app(argc, argv) {}
+  QApplication app;
+  InputGate gate;
 };
 
 Application::Application(int& argc, char** argv) {
@@ -87,7 +76,13 @@ Application::Application(int& argc, char** argv) {
   InitStoredFiles();
   qInstallMessageHandler(SayThatThereIsNoDisplay);
   impl_ = std::make_unique<Impl>(argc, argv);
+  qApp->installEventFilter(&impl_->gate);
   qApp->installEventFilter(style);
+  screen_reader = {Announce, TellNameLater};
+  LeadIntoPopupMenus();
+  for (const auto interfaces : {SpokenControl, SpokenWindow, SpokenAnnouncement}) {
+    QAccessible::installFactory(interfaces);
+  }
   qInstallMessageHandler(nullptr);
   QApplication::setApplicationName("morva");
   // Qt's file dialog would leave a settings file behind; this program remembers nothing.
@@ -100,10 +95,6 @@ Application::Application(int& argc, char** argv) {
 Application::~Application() {
   UnloadAllWindows();
   QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-}
-
-void Application::FitScreen(double client_width, double client_height, double beside) {
-  Zoom::BeginFor(client_width, client_height, beside);
 }
 
 int Application::Run() { return AnyWindowLoaded() ? QApplication::exec() : 0; }

@@ -12,15 +12,11 @@ class Application {
   /// Without a display it says so in a line on standard error and ends the program with the exit code 1.
   Application(int& argc, char** argv);
   ~Application();
-  /// Makes everything smaller where a framed window with a menu and this client area would not fit the screen, and lets
-  /// the user zoom no further than that this window, and one of the width `beside` at its side, can be seen whole. All
-  /// in twips. To be called before the first window is made.
-  void FitScreen(double client_width, double client_height, double beside);
   /// Handles events until the last window is unloaded; returns the program's exit code.
   int Run();
 
  private:
-  class Impl;
+  struct Impl;
   std::unique_ptr<Impl> impl_;
 };
 

@@ -1,9 +1,8 @@
 #pragma once
 
-#include "platform/controls/command_button.h"
+#include "platform/controls/buttons.h"
 #include "platform/controls/control_array.h"
 #include "platform/controls/frame.h"
-#include "platform/controls/option_button.h"
 #include "platform/window/form.h"
 #include "platform/window/window.h"
 

@@ -8,7 +8,7 @@
 #include "net/canned_words.h"
 #include "net/game_window.h"
 #include "painting/coordinates.h"
-#include "platform/controls/command_button.h"
+#include "platform/controls/buttons.h"
 #include "platform/controls/text_box.h"
 #include "platform/controls/text_log.h"
 #include "platform/dialogs/dialogs.h"

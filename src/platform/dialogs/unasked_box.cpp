@@ -4,6 +4,7 @@
 #include <QLineEdit>
 #include <QTimer>
 
+#include "platform/controls/qt_keys.h"
 #include "platform/window/input.h"
 #include "platform/window/native_window.h"
 #include "platform/window/session.h"
@@ -11,12 +12,8 @@
 namespace morva {
 
 namespace {
-
 constexpr int kQuietMs = 700;
-
-bool IsEnter(const QKeyEvent& key) { return key.key() == Qt::Key_Return || key.key() == Qt::Key_Enter; }
-
-}  // namespace
+}
 
 UnaskedBox::UnaskedBox(QWidget* parent, QWidget* line) : QMessageBox(parent), line_(line) {
   setModal(false);

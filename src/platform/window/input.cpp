@@ -38,29 +38,20 @@ bool IsAlike(const QWidget& a, const QWidget& b) {
   return &a == &b || (a.window() == b.window() && typeid(a) == typeid(b));
 }
 
-bool IsInput(QEvent::Type type) {
-  switch (type) {
-    case QEvent::MouseButtonPress:
-    case QEvent::MouseButtonRelease:
-    case QEvent::MouseButtonDblClick:
-    case QEvent::MouseMove:
-    case QEvent::Wheel:
-    case QEvent::KeyPress:
-    case QEvent::KeyRelease:
-    case QEvent::ShortcutOverride:
-    case QEvent::ContextMenu:
-    case QEvent::TouchBegin:
-    case QEvent::TouchUpdate:
-    case QEvent::TouchEnd:
-    case QEvent::TabletPress:
-    case QEvent::TabletMove:
-    case QEvent::TabletRelease:
+// Whether the user acts by it, and does not just point at something.
+bool IsInput(const QEvent& event) {
+  switch (event.type()) {
     case QEvent::InputMethod:
     case QEvent::Close:
     case QEvent::Drop:
       return true;
-    default:
+    case QEvent::Enter:
+    case QEvent::HoverEnter:
+    case QEvent::HoverMove:
+    case QEvent::HoverLeave:
       return false;
+    default:
+      return event.isInputEvent();
   }
 }
 
@@ -181,7 +172,7 @@ bool InputGate::eventFilter(QObject* receiver, QEvent* event) {
   if (!receiver->isWidgetType()) return false;
   const auto& widget = *static_cast<QWidget*>(receiver);
   NoteComing(widget, *event);
-  const bool input = IsInput(event->type());
+  const bool input = IsInput(*event);
   const bool activation = event->type() == QEvent::WindowActivate || event->type() == QEvent::WindowDeactivate;
   if (!input && !activation) return false;
   if (IsKey(event->type()) && !held_.LetThrough(widget, *static_cast<QKeyEvent*>(event))) {

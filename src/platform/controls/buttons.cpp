@@ -1,20 +1,41 @@
-#include "platform/controls/option_button.h"
+#include "platform/controls/buttons.h"
 
 #include <QButtonGroup>
 #include <QKeyEvent>
+#include <QPushButton>
 #include <QRadioButton>
-#include <QStyle>
 #include <QStyleOptionButton>
 #include <QStylePainter>
 
 #include "platform/controls/qt_keys.h"
 #include "platform/drawing/edge.h"
 #include "platform/drawing/fonts.h"
+#include "platform/drawing/pixels.h"
 #include "platform/system/qt_text.h"
 
 namespace morva {
 
 namespace {
+
+constexpr double kSmall = 300;  // twips: a lower button has its focus ring at its very edge
+
+class WrappingButton : public QPushButton {
+ protected:
+  void paintEvent(QPaintEvent* /*event*/) override {
+    QStylePainter painter(this);
+    QStyleOptionButton option;
+    initStyleOption(&option);
+    const QString caption = option.text;
+    option.text.clear();
+    painter.drawControl(QStyle::CE_PushButton, option);
+    painter.setPen(palette().color(isEnabled() ? QPalette::Active : QPalette::Disabled, QPalette::ButtonText));
+    const int pushed = option.state.testFlag(QStyle::State_Sunken) ? 1 : 0;
+    painter.drawText(rect().translated(pushed, pushed), Qt::AlignCenter | Qt::TextWordWrap | Qt::TextShowMnemonic,
+                     caption);
+    const int margin = height() < ToPixels(kSmall) ? 0 : 3;
+    if (hasFocus()) PaintFocusRing(painter, rect().adjusted(margin, margin, -margin, -margin), 1);
+  }
+};
 
 // Tab enters a group at the chosen button; the arrow keys walk through it in tab order, wherever the buttons stand.
 class GroupedButton : public QRadioButton {
@@ -55,6 +76,15 @@ class GroupedButton : public QRadioButton {
 };
 
 }  // namespace
+
+CommandButton::CommandButton()
+    : Control(std::make_unique<WrappingButton>()),
+      Caption({}, [this] { As<QPushButton>(*this).setText(QtText(Caption())); }) {
+  Kind = SpokenKind::kButton;
+  QObject::connect(&As<QPushButton>(*this), &QPushButton::clicked, [this] {
+    if (Click) Click();
+  });
+}
 
 OptionButton::OptionButton()
     : Control(std::make_unique<GroupedButton>()),

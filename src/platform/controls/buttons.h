@@ -4,6 +4,14 @@
 
 namespace morva {
 
+/// A push button; the caption wraps where it is wider than the button, and "&" marks its access key.
+class CommandButton : public Control {
+ public:
+  CommandButton();
+  Property<std::string> Caption;
+  void SetLayoutText(const std::string& text) override { Caption = text; }
+};
+
 /// One of a group: among the option buttons of one container at most one has the Value True.
 class OptionButton : public Control {
  public:
