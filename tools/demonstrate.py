@@ -6,7 +6,7 @@ from pathlib import Path
 
 sys.path.insert(0, str(Path(__file__).resolve().parents[1] / "tests" / "e2e"))
 
-from desk import Desk, own_network  # noqa: E402
+from desk import Desk, awaited, own_network  # noqa: E402
 from player import START_PICTURE, Player  # noqa: E402
 
 OPENING = [(52, 36), (12, 28), (62, 45), (1, 18), (61, 34), (6, 21)]
@@ -42,8 +42,9 @@ def main(folder):
         keep("3-game")
         ann.main.activate()
         ann.keys("ctrl+c")
-        bob.window("Message")
+        awaited(lambda: bob.find("Message"), "the call is seen")  # the focus stays where Ann types
         keep("4-check")
+        bob.find("Message").activate()
         bob.answer("Message", "Return")
         ann.main.activate()
         ann.keys("ctrl+F1")
