@@ -109,13 +109,5 @@ TEST_F(GameFile, NothingHappensWithoutOne) {
   EXPECT_TRUE(QDir(folder_.path()).isEmpty() && frmChess->BoardLine() == board && Sent().empty());
 }
 
-TEST_F(GameFile, TheChatHasOneOfItsOwn) {
-  frmChess->out("<Me>  h\xC3\xA9 & <b>you</b>");
-  EXPECT_EQ(Use(frmChess->mnuSaveChat, kSaveChat, Path("chat")), "");
-  EXPECT_EQ(frmChess->cd.InitDir, App::Path());
-  EXPECT_NE(Use(frmChess->mnuSaveChat, kSaveChat, Path("chat"), [] { frmChess->out("\xE2\x99\x94"); }), "");
-  EXPECT_EQ(ReadFile(Path("chat")), "\r\n<Me>  h\xC3\xA9 & <b>you</b>\r\n\xE2\x99\x94\r\n");
-}
-
 }  // namespace
 }  // namespace morva

@@ -46,8 +46,9 @@ TEST_F(Protocol, AGuestSaysItsNickAtOnce) {
 }
 
 TEST_F(Protocol, AnAddressMayStandInBrackets) {
-  if (!server_.listen(QHostAddress::LocalHostIPv6, kPort)) GTEST_SKIP() << "no IPv6 here";
-  Go("guest", "[::1]");
+  const bool six = server_.listen(QHostAddress::LocalHostIPv6, kPort);  // not every computer has it
+  ASSERT_TRUE(six || server_.listen(QHostAddress::LocalHost, kPort));
+  Go("guest", six ? "[::1]" : "[127.0.0.1]");
   EXPECT_TRUE(Await([] { return frmChess.Loaded(); }));
 }
 
@@ -108,11 +109,6 @@ TEST_F(Protocol, EachActionSendsOneMessage) {
     QTest::mouseClick(control.Native(), button);
     EXPECT_EQ(Sent(), bytes);
   }
-  for (const auto& [line, bytes] : {std::pair{"me", "0me"}, {"Jörg", "0J\xF6rg"}, {"", ""}}) {
-    frmChess->txtIn.Text = line;
-    QTest::keyClick(frmChess->txtIn.Native(), Qt::Key_Return);
-    EXPECT_EQ(Sent(), bytes);
-  }
   frmChess->mnuClear.Click();
   EXPECT_EQ(Sent(), "1clear");
 }
@@ -125,18 +121,6 @@ TEST_F(Protocol, ABusyWindowMergesNothing) {
   }
   EXPECT_TRUE(Await([] { return frmChess->txtOut.Text() == "\r\n<Bob>  hello\r\n<Bob>  a\r\n<Bob>  b"; }));
   EXPECT_EQ(History().size(), 2U);
-}
-
-TEST_F(Protocol, WhatWasSentBeforeLeavingStillArrives) {
-  Sit();
-  for (const char* line : {"a", "b", "c"}) Transmit(line, kWords);
-  Transmit("5236", kBoard);
-  Unload(frmChess);
-  ASSERT_TRUE(!frmControl.Loaded() && peer_->waitForReadyRead(1000));
-  std::string received = peer_->readAll().toStdString();
-  EXPECT_EQ(received, "0a") << "the window has gone before the rest was sent";
-  EXPECT_TRUE(Await([&] { return peer_->state() == QAbstractSocket::UnconnectedState; }));
-  EXPECT_EQ(received + peer_->readAll().toStdString(), "0a0b0c15236");
 }
 
 // The share of a processor that the program takes while its window does nothing.

@@ -27,13 +27,6 @@ TEST(Text, IsSentAsOneByteACharacterWhereThatIsClear) {
   EXPECT_EQ(BytesOf("a\xFF"), "a" + Bad(1));
 }
 
-TEST(Text, ThatArrivesIsUtf8OrElseOneByteACharacter) {
-  EXPECT_EQ(TextOf("caf\xC3\xA9"), "café");
-  EXPECT_EQ(TextOf("\xC3\xA9 \xE9 \xC3"), "Ã© é Ã");
-  EXPECT_EQ(TextOf("a\x95z"), "a" + Bad(1) + "z");
-  EXPECT_EQ(TextOf("\xE2\x80\xAE-"), Bad(1) + "-");
-}
-
 TEST(Text, PastedIntoOneLineHasBlanksForLineEnds) { EXPECT_EQ(SingleLine("a\tb\nc\rd\r\ne\n\rf\r"), "a b c d e  f "); }
 
 TEST(Text, PrintableReplacesControlsAndNothingNextToThem) {

@@ -1,8 +1,6 @@
 #include <QLabel>
 #include <QLineEdit>
-#include <QListView>
 #include <QMenuBar>
-#include <QPlainTextEdit>
 #include <QRadioButton>
 #include <algorithm>
 #include <map>
@@ -91,13 +89,6 @@ class Contrasts : public Walk, public testing::WithParamInterface<const char*> {
         const bool large = control != nullptr && control->FontBold() && control->FontSize() >= 14;
         const bool relief = control != nullptr && control->ReliefOf != nullptr;
         if (!relief) expect(*widget, widget->rect(), text, large ? kReadableLarge : kReadable);
-      } else if (const auto* list = qobject_cast<const QListView*>(widget)) {
-        for (int row = 0; row < list->model()->rowCount(); ++row) {
-          const QRect place = list->visualRect(list->model()->index(row, 0));
-          if (list->viewport()->rect().contains(place)) expect(*list->viewport(), place, "a line");
-        }
-      } else if (const auto* log = qobject_cast<const QPlainTextEdit*>(widget)) {
-        expect(*log, log->viewport()->geometry(), log->toPlainText());
       } else if (qobject_cast<const QMenuBar*>(widget) != nullptr) {
         expect(*widget, widget->rect().adjusted(0, 2, 0, -2), "the menu bar");
       } else if (widget != &seen) {  // a box has its label's text

@@ -1,6 +1,5 @@
 #include <QDir>
 #include <QFontInfo>
-#include <QPainter>
 #include <QRawFont>
 #include <set>
 
@@ -57,16 +56,9 @@ class Pictures : public Walk {
     const std::vector<QRect> different = Differences(now, approved);
     if (different.size() <= (exact_ && approved.size() == now.size() ? kStrayPixels : 0)) return;
     if (approving_) return Save(now, approved_.filePath(file));
-    QImage beside(approved.width() + 2 * now.width(), std::max(approved.height(), now.height()), QImage::Format_RGB32);
-    QPainter painter(&beside);
-    painter.drawImage(0, 0, approved);
-    for (const int times : {0, 1}) painter.drawImage(approved.width() + times * now.width(), 0, now);
-    for (const QRect& place : different) painter.fillRect(place.translated(approved.width() + now.width(), 0), Qt::red);
-    painter.end();
-    Save(beside, now_.filePath(file));
-    ADD_FAILURE() << name << " looks different: " << now_.filePath(file).toStdString() << " shows what was approved, "
-                  << "what is seen now, and in red where they differ, from " << different.front().x() << ", "
-                  << different.front().y() << " on";
+    Save(now, now_.filePath(file));
+    ADD_FAILURE() << name << " looks different from " << different.front().x() << ", " << different.front().y()
+                  << " on; what is seen now is in " << now_.filePath(file).toStdString();
   }
 
   /// The pixels that are not alike, or where fonts are drawn in another way the cells; all where sizes are not alike.

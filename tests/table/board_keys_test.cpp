@@ -49,17 +49,11 @@ TEST_F(Keys, TabGoesRoundWhatIsSeen) {
     EXPECT_TRUE(Sent() == turn && Turn() == turn);
     for (int stops = 0; stops < 2; ++stops) QTest::keyClick(frmToolWindow->Native()->windowHandle(), way);
   }
-}
-
-TEST_F(Keys, TheHistoryIsWalkedToBothEnds) {
-  for (const char* move : {"15236", "11228", "15535", "11127"}) Tell(move);
-  ListBox& history = frmToolWindow->lstHist;
-  const std::pair<Qt::Key, int> steps[] = {{Qt::Key_Home, 0}, {Qt::Key_Down, 1},   {Qt::Key_End, 3},
-                                           {Qt::Key_Down, 3}, {Qt::Key_PageUp, 0}, {Qt::Key_PageDown, 3}};
-  for (const auto& [key, line] : steps) {
-    QTest::qWait(1);  // a line is shown with the next painting
-    QTest::keyClick(history.Native(), key);
-    EXPECT_EQ(history.ListIndex(), line) << key;
+  for (const char* move : {"15236", "11228", "15535"}) Tell(move);
+  QTest::qWait(1);  // a line is shown with the next painting
+  for (const auto& [key, line] : {std::pair{Qt::Key_Home, 0}, {Qt::Key_Down, 1}, {Qt::Key_PageDown, 2}}) {
+    QTest::keyClick(frmToolWindow->lstHist.Native(), key);
+    EXPECT_EQ(frmToolWindow->lstHist.ListIndex(), line) << key;
   }
 }
 

@@ -1,6 +1,4 @@
 #include <QClipboard>
-#include <QPointer>
-#include <QPushButton>
 
 #include "tests/game.h"
 
@@ -39,6 +37,9 @@ TEST_F(Chat, LinesGoToTheLogAndOut) {
     Type("\r");
     EXPECT_TRUE(Log().ends_with("\r\n<Ann>  " + sent) && Sent() == "0" + sent) << line.substr(0, 99);
   }
+  frmChess->txtIn.Text = "J\xC3\xB6rg";
+  Type("\r");
+  EXPECT_EQ(Sent(), "0J\xF6rg");
   for (const char* command : {"/clear\r", "/cLeAR\r"}) {
     Tell("0line");
     Type(command);
@@ -47,45 +48,6 @@ TEST_F(Chat, LinesGoToTheLogAndOut) {
   frmChess->coordinates.cmdShowCoord.SetFocus();
   frmChess->cmdDefault.Click();
   EXPECT_TRUE(Log().empty() && Sent().empty() && ChatHasFocus() && frmChess->cmdDefault.Left() < -9000);
-}
-
-TEST_F(Chat, ABoxIsNotAnsweredByTheLineThatIsBeingTyped) {
-  QPointer<QMessageBox> box;
-  const auto comes = [&] {
-    Tell("0check");
-    ASSERT_TRUE(Await([&] { return (box = Box()) != nullptr; }));
-  };
-  const auto key = [&](Qt::Key pressed, const char* line) {
-    QTest::keyClick(box->defaultButton(), pressed);
-    QTest::qWait(1);
-    EXPECT_TRUE(box != nullptr && frmChess->txtIn.Text == line) << pressed;
-  };
-  const auto closes = [&] { return Await([&] { return box.isNull(); }); };
-  Type("i");
-  comes();
-  QTest::keyClick(MainWindow(), Qt::Key_Space);  // before the box has the keys
-  for (const auto& [pressed, line] : {std::pair{Qt::Key_W, "i w"}, {Qt::Key_Return, "i w"}, {Qt::Key_Escape, "i w"}})
-    key(pressed, line);
-  QTest::qWait(750);
-  key(Qt::Key_Space, "i w ");
-  Click(52, Qt::RightButton);
-  EXPECT_TRUE(!frmChange.Loaded() && Sent().empty());
-  QTest::qWait(750);
-  QTest::keyClick(box->defaultButton(), Qt::Key_Return);
-  EXPECT_TRUE(closes() && Sent().empty());
-  frmChess->txtIn.Text = "";
-  comes();
-  QTest::qWait(750);
-  key(Qt::Key_O, "o");
-  frmChess->txtIn.Text = "";
-  key(Qt::Key_Space, " ");
-  frmChess->txtIn.Text = "";
-  QTest::qWait(750);
-  QTest::keyClick(box->defaultButton(), Qt::Key_Space);
-  EXPECT_TRUE(closes());
-  comes();
-  QTest::mouseClick(box->defaultButton(), Qt::LeftButton);
-  EXPECT_TRUE(closes());
 }
 
 TEST_F(Chat, TheMenuActsInTheMiddleOfALine) {

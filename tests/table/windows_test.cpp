@@ -112,33 +112,9 @@ TEST_F(Table, ZoomKeepsTheTableOnTheScreen) {  // of 2,560 by 2,000 pixels
   QTest::keyClick(MainWindow(), Qt::Key_0, Qt::ControlModifier);
 }
 
-TEST_F(Table, TheWindowsStandSideBySideOnceAndTakeTheNick) {
-  FrmToolWindow& tools = *frmToolWindow;
-  EXPECT_TRUE(frmChess->Caption() == "Morva - Ann" && tools.Caption() == "Ann" && Board() == kStart);
-  EXPECT_NEAR(tools.Left(), frmChess->Left() + frmChess->Width(), 30);
-  EXPECT_NEAR(tools.Top(), frmChess->Top(), 30);
-  EXPECT_TRUE(ChatHasFocus() && frmChess->Client()->size() == QSize(448, 539));
-  EXPECT_EQ(tools.Native()->focusWidget(), tools.Client()) << "what is typed goes to the chat line";
-  frmChess->Left = 150;
-  tools.Left = 7500;
-  for (const bool on : {true, false, true}) {
-    EXPECT_EQ(tools.mnuAlways.Checked(), on);
-    for (Form* form : {static_cast<Form*>(&tools), static_cast<Form*>(&*frmChess)}) {
-      form->SetFocus();
-      ASSERT_TRUE(Await([form] { return QApplication::activeWindow() == form->Native(); }));
-    }
-    EXPECT_TRUE(frmChess->Left() == 150 && tools.Left() == 7500 && tools.frmext.ontop() == on);
-    EXPECT_TRUE(
-        Await([&] { return tools.Native()->windowHandle()->flags().testFlag(Qt::WindowStaysOnTopHint) == on; }));
-    tools.mnuAlways.Click();
-  }
-}
-
 TEST_F(Table, TheClockCarriesAndGoesOn) {
   FrmChess& game = *frmChess;
-  const std::pair<Clock, const char*> ticks[] = {{{.sec = 58, .min = 9}, "00:09:59"},
-                                                 {{.sec = 59, .min = 9}, "00:10:00"},
-                                                 {{.sec = 59, .min = 59, .hour = 9}, "10:00:00"},
+  const std::pair<Clock, const char*> ticks[] = {{{.sec = 59, .min = 9}, "00:10:00"},
                                                  {{.sec = 59, .min = 59, .hour = 99}, "100:00:00"}};
   for (const auto& [before, shown] : ticks) {
     game.clock = before;
@@ -149,15 +125,6 @@ TEST_F(Table, TheClockCarriesAndGoesOn) {
   EXPECT_EQ(frmToolWindow->lblTime.Caption(), "100:00:00");
   game.Enabled = false;  // which stops no timer
   EXPECT_TRUE(Await([] { return frmToolWindow->lblTime.Caption() == "00:00:01"; }));
-  for (const int interval : {0, 20}) {
-    game.onesec.Interval = interval;
-    QTest::qWait(100);
-    EXPECT_EQ(game.clock.sec > 1, interval > 0);
-  }
-  game.onesec.Enabled = false;
-  const int stopped = game.clock.sec;
-  QTest::qWait(100);
-  EXPECT_EQ(game.clock.sec, stopped);
 }
 
 TEST_F(Table, DisabledItTakesNoInputAndLooksAsBefore) {
