@@ -6,7 +6,7 @@ import sys
 import time
 
 from desk import Desk, awaited, check, own_network, run
-from player import CHANGE_DIALOG, CHESS, PORTRAIT, VERSION, Line, Player
+from player import CHANGE_DIALOG, CHESS, Line, Player
 
 MOVED = CHESS[:12] + "." + CHESS[13:28] + "e" + CHESS[29:]
 
@@ -25,14 +25,6 @@ def is_cut_off(line):
     line.connection.close()
 
 
-def the_author(ann):
-    ann.menu("alt+h", "a")
-    about = ann.window(f"About Morva {VERSION}")
-    before = about.picture()
-    about.click(*PORTRAIT)
-    awaited(lambda: about.picture() != before, "the author window")
-
-
 def the_question_about_overwriting(ann):
     (ann.folder / "kept.mrv").touch()
     ann.keys("F2")
@@ -44,15 +36,10 @@ def the_question_about_overwriting(ann):
 # Who goes how, what Ann has in front of her then, and the keys that close what is not asked over.
 ROWS = {
     "leaves behind nobody's nick": (leaves, None),
-    "is killed behind the board": (is_killed, lambda ann: None),
-    "leaves behind a message": (leaves, lambda ann: ann.line.says("0check") or ann.window("Message")),
     "is killed behind the change dialog": (
         is_killed, lambda ann: ann.desk.click(*ann.square(52), button=3) or ann.window(CHANGE_DIALOG)),
-    "leaves behind the author": (leaves, the_author),
     "is killed behind the question about overwriting": (is_killed, the_question_about_overwriting, "Escape", "Escape"),
     "is cut off behind a menu": (is_cut_off, lambda ann: ann.menu("alt+g", "Down"), "Escape"),
-    "leaves behind the menu of the tool window": (leaves, lambda ann: ann.open_tool_menu(), "Escape"),
-    "is killed behind a flying disc": (is_killed, lambda ann: ann.keys("ctrl+s")),
     "is cut off behind a piece in the hand": (is_cut_off, lambda ann: ann.desk.act(
         "mousemove", *ann.square(52), "mousedown", 1, "mousemove", *ann.square(44))),
 }

@@ -29,7 +29,6 @@ NICKS, HISTORY = (32, 32, 60, 70), (4, 130, 60, 60)  # within the tool window; t
 RDO_HOST, TXT_NICK, TXT_HOST = (360, 480, 735, 255), (720, 1200, 1815, 285), (720, 1680, 1815, 285)
 LBL_TIME, LBL_NICK = (0, 0, 3240, 465), (480, 480, 600, 375)
 LST_HIST = 0, 1560, 3240, 2010
-PORTRAIT = 5715, 840, 1485, 1815  # in the About box
 
 CHESS = "fhgjighf" + "eeeeeeee" + 32 * "." + "oooooooo" + "prqtsqrp"
 
@@ -194,8 +193,8 @@ class Player:
             awaited(lambda: len(self.windows()) == windows + depth, f"{self.nick}'s menu {key}")
         self.desk.keys(keys[-1])
 
-    def open_tool_menu(self):
-        """Opens the tool window's menu, which is to come up at the pointer. What tells whether it is still open."""
+    def tool_menu(self, *keys):
+        """Opens the tool window's menu, which is to come up at the pointer, and closes it by these keys."""
         x, y = self.tool_inside().x + 60, self.tool_inside().y + 64
         self.desk.click(x, y, button=3)
 
@@ -203,12 +202,7 @@ class Player:
             return any(abs(w.x - x) < 9 and abs(w.y - y) < 9 for w in self.windows())
 
         awaited(menu, f"{self.nick}'s menu of the tool window at {x}, {y}")
-        return menu
-
-    def tool_menu(self, *keys):
-        """Opens the tool window's menu, and closes it by these keys."""
-        is_open = self.open_tool_menu()
-        self.press_until(lambda: not is_open(), *keys)
+        self.press_until(lambda: not menu(), *keys)
 
     def say(self, text):
         self.desk.enter(text)
