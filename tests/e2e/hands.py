@@ -105,6 +105,16 @@ def a_sentence_goes_on():
         ann.listens()
         ann.keys("Return")
         line.hears("0n")
+        line.says("0check")
+        box = ann.window("Message")
+        table.types("o ", 60)
+        ann.keys("Escape")
+        check(ann.find("Message"), "neither a space nor Escape in a sentence answers")
+        desk.click(box.x + box.width - 50, box.y + box.height - 24)  # the mouse does at once
+        ann.gone("Message")
+        ann.listens()
+        ann.keys("Return")
+        line.hears("0o ")
 
 
 def a_call_comes():
