@@ -48,6 +48,7 @@ bool UnaskedBox::eventFilter(QObject* receiver, QEvent* event) {
     case QEvent::ShortcutOverride:
       // What the button with the focus leaves alone comes by once more for the box.
       if (!event->spontaneous() || (own && focusWidget() != nullptr && receiver != focusWidget())) return false;
+      if (!own) activateWindow();  // again: a busy window manager lets a request fall
       if (!TakesPress(own, *static_cast<QKeyEvent*>(event)) && own) return false;
       event->accept();
       return true;
