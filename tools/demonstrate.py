@@ -7,7 +7,7 @@ from pathlib import Path
 sys.path.insert(0, str(Path(__file__).resolve().parents[1] / "tests" / "e2e"))
 
 from desk import Desk, awaited, own_network  # noqa: E402
-from player import START_PICTURE, Player  # noqa: E402
+from player import Player  # noqa: E402
 
 OPENING = [(52, 36), (12, 28), (62, 45), (1, 18), (61, 34), (6, 21)]
 
@@ -17,7 +17,7 @@ def main(folder):
     own_network()  # where it can be had, no other Morva is in the way
     with Desk(width=1600, height=1000) as desk:
         ann = Player(desk, "Ann")
-        ann.window(START_PICTURE)
+        awaited(ann.windows, "the first picture")
 
         def keep(name):
             time.sleep(0.5)  # for what is still on its way to the screen
