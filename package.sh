@@ -22,5 +22,7 @@ if ! (cd "$tree" && dpkg-buildpackage -us -uc) >dist/build.log 2>&1; then
 fi
 find dist/build -maxdepth 1 -type f -exec mv -t dist {} +
 rm -rf dist/build
-lintian --allow-root --display-info --pedantic --fail-on error,warning dist/*.changes
+# What newer releases ask beyond the policy of the oldest that the package is made on.
+lintian --allow-root --display-info --pedantic --suppress-tags out-of-date-standards-version \
+  --fail-on error,warning dist/*.changes
 ls -1 "$PWD"/dist/morva_*.deb
