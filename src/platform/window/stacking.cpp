@@ -178,9 +178,12 @@ void Stacking::LetAllBeCovered(bool be) {
 void Stacking::SettleOnTop() {
   // A window that stays on top from the moment it is shown, some window managers never let be covered again.
   if (!window_.isWindow() || window_.windowHandle() == nullptr || !window_.isVisible()) return;
-  window_.windowHandle()->setFlag(Qt::WindowStaysOnTopHint, on_top_ && !all_covered_);
-  // KWin hides utility windows while another program is active, those on top, too. Setting the flag resets the type.
-  for (const bool on : {false, true}) window_.setAttribute(Qt::WA_X11NetWmWindowTypeDialog, on);
+  const bool on_top = on_top_ && !all_covered_;
+  if (window_.windowHandle()->flags().testFlag(Qt::WindowStaysOnTopHint) != on_top) {
+    window_.windowHandle()->setFlag(Qt::WindowStaysOnTopHint, on_top);
+    // KWin hides utility windows while another program is active, those on top, too. Setting the flag resets the type.
+    for (const bool on : {false, true}) window_.setAttribute(Qt::WA_X11NetWmWindowTypeDialog, on);
+  }
   if (std::exchange(forward_, false) && (!on_top_ || !HasWindowManager())) window_.raise();
 }
 
