@@ -233,9 +233,18 @@ def play(desktop):
             step(evening)
 
 
+def play_until_well(desktop):
+    """Some compositors now and then lose a key or a picture on a screen like this one: twice in a row is a fault."""
+    try:
+        play(desktop)
+    except Exception as failure:
+        print(f"         {desktop} failed, and is played once more: {failure}", flush=True)
+        play(desktop)
+
+
 def main():
     own_network()
-    return run({desktop: lambda desktop=desktop: play(desktop) for desktop in sys.argv[1:] or DESKTOPS})
+    return run({desktop: lambda desktop=desktop: play_until_well(desktop) for desktop in sys.argv[1:] or DESKTOPS})
 
 
 if __name__ == "__main__":
