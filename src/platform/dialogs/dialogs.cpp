@@ -64,8 +64,8 @@ void SetUp(QMessageBox& box, const std::string& text, const std::string& title) 
                 0, 1, grid->columnCount());
 }
 
-// Not every window manager gives the keys back to the window that had them.
-void GiveKeysBack(const QDialog& box, QWidget* before) {
+// Not every window manager gives the focus back to the window that had it.
+void GiveFocusBack(const QDialog& box, QWidget* before) {
   QWidget* next = UnaskedBox::Newest();
   if (next == nullptr) next = QApplication::activeModalWidget();
   if (next == nullptr || next == &box) next = before != nullptr ? before : box.parentWidget();
@@ -76,7 +76,7 @@ void GiveKeysBack(const QDialog& box, QWidget* before) {
 int Answer(QDialog& box) {
   const QPointer before = Parent();
   const int answer = box.exec();
-  GiveKeysBack(box, before);
+  GiveFocusBack(box, before);
   return answer;
 }
 
@@ -92,7 +92,7 @@ std::unique_ptr<UnaskedBox> MakeUnasked(const std::string& text, const std::stri
   box->setIcon(icon);  // lays everything out anew
   SetUp(*box, text, title);
   QObject::connect(box.get(), &QMessageBox::finished,
-                   [&shown = *box, before = QPointer(Parent())] { GiveKeysBack(shown, before); });
+                   [&shown = *box, before = QPointer(Parent())] { GiveFocusBack(shown, before); });
   return box;
 }
 

@@ -5,7 +5,6 @@
 #include <QTimer>
 
 #include "platform/controls/qt_keys.h"
-#include "platform/window/input.h"
 #include "platform/window/native_window.h"
 #include "platform/window/session.h"
 
